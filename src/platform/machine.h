@@ -1,0 +1,40 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/clock.h"
+#include "platform/database.h"
+#include "platform/file_system.h"
+#include "platform/registry.h"
+#include "platform/shell.h"
+
+namespace tandril::platform {
+
+// The five ports of one machine. Does not own them.
+struct Machine {
+    Registry& registry;
+    FileSystem& files;
+    Database& database;
+    Shell& shell;
+    Clock& clock;
+};
+
+// A machine together with its ports.
+class OwnedMachine {
+  public:
+    virtual ~OwnedMachine() = default;
+    virtual Machine machine() = 0;
+};
+
+// The machine that the programs run on. `home` is the folder that stands for it, where the platform
+// has no registry and no drive "C:" of its own; it is ignored elsewhere. A home that does not exist
+// is no fault: its drive "C:" is missing then, and nothing is created.
+std::unique_ptr<OwnedMachine> openMachine(const std::string& home);
+
+// The home when none is named: $TANDRIL_HOME, else $XDG_DATA_HOME/tandril, else
+// ~/.local/share/tandril. Only the last two are created when they are missing; throws Fault when
+// that fails, or when the environment names no place.
+std::string defaultHome();
+
+}  // namespace tandril::platform
