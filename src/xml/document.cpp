@@ -1,0 +1,148 @@
+#include "xml/document.h"
+
+#include <utility>
+
+#include "xml/characters.h"
+#include "xml/well_formed.h"
+#include "xml/writer.h"
+
+namespace tandril::xml {
+namespace {
+
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
+constexpr unsigned parseFlags = pugi::parse_cdata | pugi::parse_comments | pugi::parse_pi |
+                                pugi::parse_escapes | pugi::parse_eol | pugi::parse_wconv_attribute;
+
+bool hasElementChild(Node node) {
+    for (const Node child : node.children()) {
+        if (child.type() == pugi::node_element) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void dropBlankChildren(Node node) {
+    Node next;
+    for (Node child = node.first_child(); child; child = next) {
+        next = child.next_sibling();
+        if (child.type() == pugi::node_pcdata && isBlankText(child.value())) {
+            node.remove_child(child);
+        }
+    }
+}
+
+Node behind(Node node, Node top) {
+    if (node.first_child()) {
+        return node.first_child();
+    }
+    while (node != top && !node.next_sibling()) {
+        node = node.parent();
+    }
+    return node == top ? Node() : node.next_sibling();
+}
+
+// The parser itself can drop blank text only where nothing but elements stands beside it.
+void dropBlankText(Node root) {
+    for (Node node = root; node; node = behind(node, root)) {
+        if (hasElementChild(node)) {
+            dropBlankChildren(node);
+        }
+    }
+}
+
+std::string quoted(std::string_view name, std::string_view value) {
+    return value.empty() ? std::string()
+                         : " " + std::string(name) + "=\"" + std::string(value) + '"';
+}
+
+}  // namespace
+
+std::optional<Document> Document::build(std::string_view text) {
+    Facts facts;
+    if (checkWellFormed(text, facts)) {
+        return std::nullopt;
+    }
+    Document document;
+    document.tree_ = std::make_unique<pugi::xml_document>();
+    const unsigned blanks =
+        facts.hasInnerMarkup ? pugi::parse_ws_pcdata : pugi::parse_ws_pcdata_single;
+    if (!document.tree_->load_buffer(text.data(), text.size(), parseFlags | blanks,
+                                     pugi::encoding_utf8)) {
+        return std::nullopt;
+    }
+    if (facts.hasInnerMarkup) {
+        dropBlankText(document.root());
+    }
+    document.version_ = facts.declaration.version;
+    document.encodingName_ = facts.declaration.encoding;
+    document.standalone_ = facts.declaration.standalone;
+    return document;
+}
+
+std::optional<Document> Document::parse(std::string_view text) {
+    if (text.substr(0, byteOrderMark.size()) == byteOrderMark) {
+        text.remove_prefix(byteOrderMark.size());
+    }
+    std::optional<Document> document = build(text);
+    if (document && !document->encodingName_.empty()) {
+        if (const auto named = encodingNamed(document->encodingName_)) {
+            document->encoding_ = *named;
+        } else {
+            document->encodingName_ = "UTF-8";
+        }
+    }
+    return document;
+}
+
+std::optional<Document> Document::decode(std::string bytes) {
+    const std::optional<DecodedText> decoded = decodeDocument(std::move(bytes));
+    if (!decoded) {
+        return std::nullopt;
+    }
+    std::optional<Document> document = build(decoded->text);
+    if (document) {
+        document->encoding_ = decoded->encoding;
+        document->hasMark_ = decoded->hadMark;
+    }
+    return document;
+}
+
+std::string Document::declaration(std::string_view encodingName) const {
+    if (version_.empty()) {
+        return {};
+    }
+    return "<?xml" + quoted("version", version_) + quoted("encoding", encodingName) +
+           quoted("standalone", standalone_) + "?>";
+}
+
+std::string Document::text() const {
+    std::string out = declaration({});
+    for (const Node node : tree_->children()) {
+        write(out, node);
+    }
+    return out;
+}
+
+std::string Document::bytes() const {
+    std::string out = declaration(encodingName_);
+    for (const Node node : tree_->children()) {
+        write(out, node);
+    }
+    return encodeDocument(std::move(out), encoding_, hasMark_);
+}
+
+std::optional<Document> load(const platform::FileSystem& files, std::string_view path) {
+    if (!files.fileExists(path)) {
+        return std::nullopt;
+    }
+    return Document::decode(files.read(path));
+}
+
+void save(const Document& document, platform::FileSystem& files, std::string_view path,
+          platform::Durability durability) {
+    files.replace(path, document.bytes(), durability);
+}
+
+}  // namespace tandril::xml

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <pugixml.hpp>
+#include <string>
+#include <string_view>
+
+#include "platform/file_system.h"
+#include "xml/encoding.h"
+
+namespace tandril::xml {
+
+// A node of a document. A small handle that may be copied; null when there is no such node. Valid
+// as long as its document.
+using Node = pugi::xml_node;
+
+// An XML document as a tree. Blank text between elements is dropped when it is made; comments,
+// processing instructions, CDATA sections and the declaration survive a load and save.
+class Document {
+  public:
+    // Makes the tree of a text in UTF-8, whatever encoding its declaration names; a byte-order mark
+    // is ignored. Returns nothing when the text is not well-formed (see checkWellFormed).
+    static std::optional<Document> parse(std::string_view text);
+
+    // Makes the tree of a document's bytes, decoded as decodeDocument does.
+    static std::optional<Document> decode(std::string bytes);
+
+    // The document element. Never null.
+    Node root() const { return tree_->document_element(); }
+
+    // The whole document as text. Its declaration, if there is one, names no encoding.
+    std::string text() const;
+
+    // The whole document as bytes, in the encoding that it was decoded from. A document that came
+    // as a text is written in the encoding that its declaration names.
+    std::string bytes() const;
+
+  private:
+    Document() = default;
+
+    std::unique_ptr<pugi::xml_document> tree_;
+    // The declaration is kept as it was written, apart from the tree.
+    std::string version_;
+    std::string encodingName_;
+    std::string standalone_;
+    Encoding encoding_ = Encoding::Utf8;
+    bool hasMark_ = false;
+
+    static std::optional<Document> build(std::string_view text);
+    std::string declaration(std::string_view encodingName) const;
+};
+
+// The document in the file; nothing when there is no such file, or it is not a well-formed
+// document. Throws Fault when an existing file cannot be read.
+std::optional<Document> load(const platform::FileSystem& files, std::string_view path);
+
+// Writes the document to the file, whole and atomically. Throws Fault; the file is as it was then.
+void save(const Document& document, platform::FileSystem& files, std::string_view path,
+          platform::Durability durability);
+
+}  // namespace tandril::xml

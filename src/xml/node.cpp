@@ -1,0 +1,132 @@
+#include "xml/node.h"
+
+#include "xml/writer.h"
+
+namespace tandril::xml {
+namespace {
+
+Node nextAmong(Node node) {
+    while (node && node.type() != pugi::node_element) {
+        node = node.next_sibling();
+    }
+    return node;
+}
+
+// The node behind `node` in document order inside of `top`.
+Node nextNode(Node node, Node top) {
+    if (node.first_child()) {
+        return node.first_child();
+    }
+    while (node && node != top) {
+        if (node.next_sibling()) {
+            return node.next_sibling();
+        }
+        node = node.parent();
+    }
+    return {};
+}
+
+bool isText(Node node) {
+    return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata;
+}
+
+}  // namespace
+
+Elements::Iterator& Elements::Iterator::operator++() {
+    node_ = nextAmong(node_.next_sibling());
+    return *this;
+}
+
+Elements::Iterator Elements::begin() const {
+    return Iterator(nextAmong(parent_.first_child()));
+}
+
+Node elementAt(Node parent, std::size_t index) {
+    for (const Node element : elements(parent)) {
+        if (index-- == 0) {
+            return element;
+        }
+    }
+    return {};
+}
+
+bool hasElements(Node parent) {
+    return static_cast<bool>(elementAt(parent, 0));
+}
+
+Node child(Node parent, std::string_view name) {
+    for (const Node element : elements(parent)) {
+        if (isNamed(element, name)) {
+            return element;
+        }
+    }
+    return {};
+}
+
+Node firstElement(Node node, std::string_view name) {
+    Node current = node;
+    while (current && !isNamed(current, name)) {
+        current = nextElement(current, node);
+    }
+    return current;
+}
+
+Node nextElement(Node node, Node top) {
+    do {
+        node = nextNode(node, top);
+    } while (node && node.type() != pugi::node_element);
+    return node;
+}
+
+bool isNamed(Node node, std::string_view name) {
+    return node.type() == pugi::node_element && name == node.name();
+}
+
+std::string text(Node node) {
+    std::string result;
+    for (Node current = node; current; current = nextNode(current, node)) {
+        if (isText(current)) {
+            result += current.value();
+        }
+    }
+    return result;
+}
+
+bool setText(Node element, std::string_view value) {
+    if (text(element) == value) {
+        return false;
+    }
+    element.remove_children();
+    if (!value.empty()) {
+        element.append_child(pugi::node_pcdata).set_value(value.data(), value.size());
+    }
+    return true;
+}
+
+std::string_view attribute(Node element, const char* name) {
+    return element.attribute(name).value();
+}
+
+bool setAttribute(Node element, const char* name, std::string_view value) {
+    pugi::xml_attribute found = element.attribute(name);
+    if (found && value == found.value()) {
+        return false;
+    }
+    if (!found) {
+        found = element.append_attribute(name);
+    }
+    found.set_value(std::string(value).c_str());
+    return true;
+}
+
+Node appendCopy(Node parent, Node element) {
+    return parent.append_copy(element);
+}
+
+std::string toText(Node element) {
+    std::string out;
+    write(out, element);
+    return out;
+}
+
+}  // namespace tandril::xml

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <cstddef>
+#include <iterator>
+#include <string>
+#include <string_view>
+
+#include "xml/document.h"
+
+// Reading and changing the elements of a document. Positions and lists count elements only: texts,
+// comments and processing instructions between them are passed over.
+namespace tandril::xml {
+
+// Walks the element children of a node: `for (Node child : elements(node))`. The current child must
+// stay in place while the walk goes on.
+class Elements {
+  public:
+    class Iterator {
+      public:
+        using iterator_category = std::input_iterator_tag;
+        using value_type = Node;
+        using difference_type = std::ptrdiff_t;
+        using pointer = const Node*;
+        using reference = const Node&;
+
+        explicit Iterator(Node node) : node_(node) {}
+        reference operator*() const { return node_; }
+        Iterator& operator++();
+        bool operator==(const Iterator& other) const { return node_ == other.node_; }
+
+      private:
+        Node node_;
+    };
+
+    explicit Elements(Node parent) : parent_(parent) {}
+    Iterator begin() const;
+    Iterator end() const { return Iterator(Node()); }
+
+  private:
+    Node parent_;
+};
+
+inline Elements elements(Node parent) {
+    return Elements(parent);
+}
+
+// The element child number `index`, counted from 0; null when there are not so many.
+Node elementAt(Node parent, std::size_t index);
+bool hasElements(Node parent);
+// The first element child of that name; null when there is none.
+Node child(Node parent, std::string_view name);
+
+// The first element of that name in document order, the node itself included; null when there is
+// none.
+Node firstElement(Node node, std::string_view name);
+// The element behind `node` in document order inside of `top`; null behind the last.
+Node nextElement(Node node, Node top);
+
+bool isNamed(Node node, std::string_view name);
+
+// All text below the node, CDATA sections included.
+std::string text(Node node);
+// Makes `value` the only content of the element, unless its text is that already. Returns whether
+// anything changed.
+bool setText(Node element, std::string_view value);
+
+// The attribute's value; "" when it is missing.
+std::string_view attribute(Node element, const char* name);
+// Sets the attribute, adding it behind the others when it is missing. Returns whether it changed.
+bool setAttribute(Node element, const char* name, std::string_view value);
+
+// Appends a deep copy of an element, of this or of another document, and returns it.
+Node appendCopy(Node parent, Node element);
+
+// The element as text, without added line breaks; an empty element is `<a/>`.
+std::string toText(Node element);
+
+}  // namespace tandril::xml

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tandril::xml {
+
+// Where and why a text is not a well-formed document.
+struct Problem {
+    std::size_t position;  // byte offset into the text
+    std::string reason;    // for people, one line
+};
+
+// What the declaration `<?xml ...?>` says. Views into the checked text.
+struct Declaration {
+    bool present = false;
+    std::string_view version;
+    std::string_view encoding;    // "" when not given
+    std::string_view standalone;  // "" when not given
+    std::size_t end = 0;          // offset behind the declaration
+};
+
+// What the check learned on its way through a well-formed text.
+struct Facts {
+    Declaration declaration;
+    // Whether a comment, a processing instruction or a CDATA section stands inside the root.
+    bool hasInnerMarkup = false;
+};
+
+// Elements may nest this deep, far beyond any real document, so that no hostile one can exhaust
+// the stack of code that walks it.
+inline constexpr std::size_t maximumDepth = 2000;
+
+// Checks that `text` (UTF-8) is a well-formed XML 1.0 document: one root element and no text beside
+// it, matching tags, unique attributes, the five predefined entities only, legal characters and
+// names. A document type declaration is refused. Namespaces are not interpreted. The parser that
+// builds the tree forgives most of this, so everything from outside passes here first. Linear in
+// the size of the text. Returns nothing when the text is well-formed; `facts` is filled then.
+std::optional<Problem> checkWellFormed(std::string_view text, Facts& facts);
+
+// Reads the declaration at the very start of a text that need not be well-formed otherwise.
+// Returns nothing when there is none or it is malformed.
+std::optional<Declaration> readDeclaration(std::string_view text);
+
+}  // namespace tandril::xml

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+
+#include "xml/document.h"
+
+namespace tandril::xml {
+
+// Appends the node with all below it as XML text. Nothing is indented or broken into lines, and
+// characters that a parser would change (carriage returns, tabs in attributes) become references,
+// so that reading the text gives the same tree.
+void write(std::string& out, Node node);
+
+}  // namespace tandril::xml
