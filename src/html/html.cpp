@@ -1,0 +1,75 @@
+#include "html/html.h"
+
+namespace tandril::html {
+namespace {
+
+// The two forms of the title row differ in their blanks, too.
+constexpr std::string_view titleCellWithMinimize =
+    "<tr class=titles><td nowrap valign=bottom width=100%>&nbsp;";
+constexpr std::string_view titleCell =
+    "<tr class=titles><td nowrap  valign=bottom width=100%> &nbsp;";
+
+// The doubled blank behind "submit" and the quotes around the blanks of the sign are as the style
+// sheet expects them.
+std::string titleButton(std::string_view function, std::string_view panel, std::string_view sign) {
+    return "<input type=submit  onclick=" + scriptCall(function, quoted(panel)) +
+           " value=" + quoted(sign) + ">";
+}
+
+}  // namespace
+
+std::string quoted(std::string_view value) {
+    std::string text;
+    text.reserve(value.size() + 2);
+    text += '"';
+    text += value;
+    text += '"';
+    return text;
+}
+
+std::string arguments(std::initializer_list<std::string_view> values) {
+    std::string text;
+    for (const std::string_view value : values) {
+        if (!text.empty()) {
+            text += ',';
+        }
+        text += '"';
+        text += value;
+        text += '"';
+    }
+    return text;
+}
+
+std::string scriptCall(std::string_view function, std::string_view arguments) {
+    std::string text("javascript:");
+    text += function;
+    text += '(';
+    text += arguments;
+    text += ')';
+    return text;
+}
+
+std::string cell(std::string_view content) {
+    std::string text("<td>");
+    text += content;
+    text += "</td>";
+    return text;
+}
+
+std::string panelTitle(PanelButtons buttons, std::string_view title, std::string_view panel) {
+    const bool minimize = buttons == PanelButtons::MinimizeAndClose;
+    std::string text(panelRow);
+    text += "<table width=100% border=0 cellspacing=2 cellpadding=0>";
+    text += minimize ? titleCellWithMinimize : titleCell;
+    text += "<strong>";
+    text += title;
+    text += "</strong></td><td valign=bottom align=right>";
+    if (minimize) {
+        text += titleButton("minimize", panel, " _ ");
+    }
+    text += titleButton("winclose", panel, " x ");
+    text += "</td></tr></table></td></tr>";
+    return text;
+}
+
+}  // namespace tandril::html

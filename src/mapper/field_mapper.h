@@ -1,0 +1,84 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "xml/document.h"
+#include "xml/node.h"
+
+namespace tandril::mapper {
+
+// What the field mapper says of one field. Views into the mapper, or into the name that was asked
+// for.
+struct FieldProperties {
+    std::string_view label;
+    std::string_view dataType;       // "e" code, "u" date-time stamp, "s" string, "t" long text
+    std::string_view userInterface;  // where the field is shown, see below
+    bool isModifiable = false;
+    bool hasZoom = false;
+    bool hasHyperlink = false;
+    bool isNew = false;  // shown on creation forms
+
+    bool isListColumn() const { return userInterface == "1" || userInterface == "3"; }
+    bool isFormRow() const { return userInterface == "2" || userInterface == "3"; }
+};
+
+// An entry of a value list: a stored code and the text shown for it.
+struct ValueListEntry {
+    std::string_view id;
+    std::string_view value;
+};
+
+// The document that tells every list and form which fields there are, how they are labelled and how
+// they behave, and that holds the message texts. Everything is looked up through an index that is
+// built when the object is made; where the document says something twice, the first in document
+// order counts. Returned views live as long as the object.
+class FieldMapper {
+  public:
+    explicit FieldMapper(xml::Document document);
+
+    // The properties of a field of a section. An unknown field is labelled by its own name and can
+    // be modified.
+    FieldProperties properties(std::string_view section, std::string_view field) const;
+
+    // The names of the fields that the section lists, in order; none for an unknown section.
+    std::vector<std::string_view> fieldNames(std::string_view section) const;
+    // The properties of those fields, as they stand there, a repeated field with its own.
+    std::vector<FieldProperties> listed(std::string_view section) const;
+
+    // The text of a message code; nothing for an unknown one. Codes compare exactly.
+    std::optional<std::string_view> text(std::string_view code) const;
+
+    // The entries of the value list of a field; none when there is no such list.
+    std::vector<ValueListEntry> valueList(std::string_view field) const;
+
+    // The text of the first entry of that code in the field's value list.
+    std::optional<std::string_view> codeText(std::string_view field, std::string_view code) const;
+
+    // The document as text.
+    std::string toText() const { return document_.text(); }
+
+  private:
+    struct Path {
+        std::string_view section;
+        std::string_view field;
+        bool operator==(const Path&) const = default;
+    };
+    struct PathHash {
+        std::size_t operator()(const Path& path) const;
+    };
+
+    void index(xml::Node element);
+
+    xml::Document document_;
+    std::unordered_map<std::string_view, xml::Node> sections_;  // the first element of each name
+    std::unordered_map<std::string_view, xml::Node> valueLists_;
+    std::unordered_map<Path, FieldProperties, PathHash> fields_;
+    std::unordered_map<std::string_view, std::string_view> texts_;
+};
+
+}  // namespace tandril::mapper
