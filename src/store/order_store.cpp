@@ -1,0 +1,253 @@
+#include "store/order_store.h"
+
+#include <utility>
+
+namespace tandril::store {
+namespace {
+
+// Members of a group are looked at one by one up to this many; beyond, an index pays off.
+constexpr std::size_t fewMembers = 16;
+
+// Keys of several parts are joined by the one character that no document can hold.
+std::string joined(std::string_view order, std::string_view activity) {
+    std::string key;
+    key.reserve(order.size() + 1 + activity.size());
+    key += order;
+    key += '\0';
+    key += activity;
+    return key;
+}
+
+bool isCandidate(Section section, xml::Node element) {
+    return xml::isNamed(element, section == Section::Orders ? orderElement : groupElement);
+}
+
+std::string_view orderOf(Section section, xml::Node element) {
+    return xml::attribute(element, section == Section::Orders ? orderKey : groupOrderKey);
+}
+
+std::string activityKeyOf(xml::Node group) {
+    return joined(xml::attribute(group, groupOrderKey), xml::attribute(group, activityKey));
+}
+
+bool isCostSection(Section section) {
+    return costTypeOf(section) != nullptr;
+}
+
+const char* memberKey(xml::Node group) {
+    return xml::isNamed(group.parent(), sectionName(Section::Activities)) ? activityKey : lineKey;
+}
+
+}  // namespace
+
+std::optional<OrderStore> OrderStore::from(std::optional<xml::Document> document) {
+    if (!document || !xml::isNamed(document->root(), rootName)) {
+        return std::nullopt;
+    }
+    return OrderStore(std::move(*document));
+}
+
+OrderStore::SectionIndex& OrderStore::index(Section section) const {
+    if (!isIndexed_) {
+        buildIndexes();
+        isIndexed_ = true;
+    }
+    return indexes_[static_cast<std::size_t>(section)];
+}
+
+void OrderStore::buildIndexes() const {
+    const xml::Node root = document_.root();
+    for (xml::Node element = root; element; element = xml::nextElement(element, root)) {
+        if (const auto own = sectionNamed(element.name())) {
+            indexes_[static_cast<std::size_t>(*own)].elements.push_back(element);
+        }
+        const auto around = sectionNamed(element.parent().name());
+        if (around && isCandidate(*around, element)) {
+            SectionIndex& index = indexes_[static_cast<std::size_t>(*around)];
+            index.byOrder.add(orderOf(*around, element), element);
+            if (isCostSection(*around)) {
+                index.byActivity.add(activityKeyOf(element), element);
+            }
+        }
+    }
+}
+
+xml::Node OrderStore::section(Section section) const {
+    return xml::firstElement(document_.root(), sectionName(section));
+}
+
+std::vector<xml::Node> OrderStore::candidates(Section section) const {
+    std::vector<xml::Node> found;
+    for (const xml::Node element : index(section).elements) {
+        for (const xml::Node child : xml::elements(element)) {
+            if (isCandidate(section, child)) {
+                found.push_back(child);
+            }
+        }
+    }
+    return found;
+}
+
+xml::Node OrderStore::order(std::string_view order) const {
+    return index(Section::Orders).byOrder.first(order);
+}
+
+xml::Node OrderStore::activityGroup(std::string_view order) const {
+    return index(Section::Activities).byOrder.first(order);
+}
+
+xml::Node OrderStore::activity(std::string_view order, std::string_view activity) const {
+    return member(activityGroup(order), activityKey, activity);
+}
+
+xml::Node OrderStore::costGroup(Section section, std::string_view order,
+                                std::string_view activity) const {
+    return index(section).byActivity.first(joined(order, activity));
+}
+
+xml::Node OrderStore::line(Section section, std::string_view order, std::string_view activity,
+                           std::string_view line) const {
+    return member(costGroup(section, order, activity), lineKey, line);
+}
+
+xml::Node OrderStore::member(xml::Node group, const char* key, std::string_view value) const {
+    std::size_t seen = 0;
+    for (const xml::Node element : xml::elements(group)) {
+        if (++seen > fewMembers) {
+            return manyMembers(group, key, value);
+        }
+        if (xml::attribute(element, key) == value) {
+            return element;
+        }
+    }
+    return {};
+}
+
+xml::Node OrderStore::manyMembers(xml::Node group, const char* key, std::string_view value) const {
+    const auto [found, isNew] = members_.try_emplace(group.hash_value());
+    if (isNew) {
+        for (const xml::Node element : xml::elements(group)) {
+            found->second.add(xml::attribute(element, key), element);
+        }
+    }
+    return found->second.first(value);
+}
+
+std::vector<xml::Node> OrderStore::costGroups(Section section, std::string_view order) const {
+    return index(section).byOrder.all(order);
+}
+
+std::vector<xml::Node> OrderStore::costGroups(Section section, std::string_view order,
+                                              std::string_view activity) const {
+    return index(section).byActivity.all(joined(order, activity));
+}
+
+std::string OrderStore::orderStatus(std::string_view order) const {
+    return statusOf(this->order(order));
+}
+
+std::string OrderStore::activityStatus(std::string_view order, std::string_view activity) const {
+    return statusOf(this->activity(order, activity));
+}
+
+xml::Node OrderStore::append(Section section, xml::Node element) {
+    SectionIndex& sectionIndex = index(section);
+    const xml::Node copy = xml::appendCopy(insertionParent(section), element);
+    if (isCandidate(section, copy)) {
+        sectionIndex.byOrder.add(orderOf(section, copy), copy);
+        if (isCostSection(section)) {
+            sectionIndex.byActivity.add(activityKeyOf(copy), copy);
+        }
+    }
+    isChanged_ = true;
+    return copy;
+}
+
+xml::Node OrderStore::appendGroup(Section section, std::string_view order,
+                                  std::string_view activity) {
+    pugi::xml_document scratch;
+    xml::Node group = scratch.append_child(groupElement);
+    xml::setAttribute(group, groupOrderKey, order);
+    if (isCostSection(section)) {
+        xml::setAttribute(group, activityKey, activity);
+    }
+    return append(section, group);
+}
+
+xml::Node OrderStore::appendTo(xml::Node group, xml::Node member) {
+    const xml::Node copy = xml::appendCopy(group, member);
+    const auto many = members_.find(group.hash_value());
+    if (many != members_.end()) {
+        many->second.add(xml::attribute(copy, memberKey(group)), copy);
+    }
+    isChanged_ = true;
+    return copy;
+}
+
+xml::Node OrderStore::appendHourRegistration(xml::Node line) {
+    xml::Node parent = section(Section::HourRegistrations);
+    if (!parent) {
+        parent = createSection(Section::HourRegistrations);
+    }
+    isChanged_ = true;
+    return xml::appendCopy(parent, line);
+}
+
+void OrderStore::remove(Section section, xml::Node element) {
+    SectionIndex& sectionIndex = index(section);
+    sectionIndex.byOrder.remove(orderOf(section, element), element);
+    if (isCostSection(section)) {
+        sectionIndex.byActivity.remove(activityKeyOf(element), element);
+    }
+    members_.erase(element.hash_value());
+    element.parent().remove_child(element);
+    isChanged_ = true;
+}
+
+void OrderStore::removeMember(xml::Node member) {
+    xml::Node group = member.parent();
+    const auto many = members_.find(group.hash_value());
+    if (many != members_.end()) {
+        many->second.remove(xml::attribute(member, memberKey(group)), member);
+    }
+    group.remove_child(member);
+    isChanged_ = true;
+}
+
+bool OrderStore::setText(xml::Node element, std::string_view value) {
+    const bool changed = xml::setText(element, value);
+    isChanged_ = isChanged_ || changed;
+    return changed;
+}
+
+bool OrderStore::setAttribute(xml::Node element, const char* name, std::string_view value) {
+    const bool changed = xml::setAttribute(element, name, value);
+    isChanged_ = isChanged_ || changed;
+    return changed;
+}
+
+xml::Node OrderStore::insertionParent(Section section) {
+    for (const xml::Node element : index(section).elements) {
+        if (xml::isNamed(element.parent(), rootName)) {
+            return element;
+        }
+    }
+    return createSection(section);
+}
+
+xml::Node OrderStore::createSection(Section section) {
+    SectionIndex& sectionIndex = index(section);
+    const xml::Node created = document_.root().append_child(sectionName(section));
+    sectionIndex.elements.push_back(created);
+    return created;
+}
+
+std::string statusOf(xml::Node record) {
+    return xml::text(xml::elementAt(record, 0));
+}
+
+std::string_view stateOf(xml::Node record) {
+    return xml::attribute(record, stateAttribute);
+}
+
+}  // namespace tandril::store
