@@ -6,10 +6,15 @@ target_include_directories(tandril_options INTERFACE "${PROJECT_SOURCE_DIR}/src"
 target_compile_options(tandril_options INTERFACE
     -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
 if(TANDRIL_SANITIZE)
+    # -g1: line numbers for the reports; more only makes the build longer.
     target_compile_options(tandril_options INTERFACE
-        -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -O1)
+        -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -O1 -g1)
     target_link_options(tandril_options INTERFACE -fsanitize=address,undefined)
 endif()
+
+# Linked behind tandril_options, so that the last word is its own.
+add_library(tandril_unoptimised INTERFACE)
+target_compile_options(tandril_unoptimised INTERFACE -O0)
 
 # tandril_library(NAME SOURCES... LINK targets...): a static library tandril_NAME.
 function(tandril_library name)
@@ -18,11 +23,12 @@ function(tandril_library name)
     target_link_libraries(tandril_${name} PUBLIC tandril_options ${ARG_LINK})
 endfunction()
 
-# tandril_test(NAME SOURCES... LINK targets...): a GoogleTest program that CTest runs as NAME.
+# tandril_test(NAME SOURCES... LINK targets...): a GoogleTest program that CTest runs as NAME. What it
+# tests is built as everywhere else; its own code, which runs once, is not worth optimising.
 function(tandril_test name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
     add_executable(${name}_test ${ARG_SOURCES})
     target_include_directories(${name}_test PRIVATE "${PROJECT_SOURCE_DIR}/tests")
-    target_link_libraries(${name}_test PRIVATE tandril_options ${ARG_LINK} GTest::gmock GTest::gtest_main)
+    target_link_libraries(${name}_test PRIVATE tandril_options tandril_unoptimised ${ARG_LINK} GTest::gmock GTest::gtest_main)
     add_test(NAME ${name} COMMAND ${name}_test)
 endfunction()

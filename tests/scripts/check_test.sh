@@ -1,0 +1,146 @@
+#!/usr/bin/env bash
+# tools/check on a small tree that is well, and on the same tree with one thing wrong at a time.
+# shellcheck source=harness.sh
+. "$(dirname "$0")/harness.sh"
+
+# good_tree: a tree of two layers that every check accepts.
+good_tree() {
+    new_tree tools/check tools/check-imports tools/check-header .clang-format
+    git -C "$tree" init -q
+    put src/xml/node.h <<'CODE'
+#pragma once
+
+#include <string>
+
+#include "platform/fault.h"
+
+namespace tandril {
+
+std::string name(const Fault& fault);
+
+}  // namespace tandril
+CODE
+    put src/platform/fault.h <<'CODE'
+#pragma once
+
+namespace tandril {
+
+struct Fault {};
+
+}  // namespace tandril
+CODE
+    put docs/page.md </dev/null
+    echo "A page." >"$tree/docs/page.md"
+}
+
+# fails CHECK, accepts CHECK: what the check says of the tree as it stands.
+fails() {
+    run tools/check "$1"
+    exit_status_is 1 && last_line_is "FAIL $1"
+}
+accepts() {
+    run tools/check "$1"
+    exit_status_is 0 && last_line_is "OK   $1"
+}
+
+# append FILE TEXT
+append() { printf '%b' "$2" >>"$tree/$1"; }
+
+good_tree
+for check in format whitespace length imports headers shell; do
+    ok "GoodTreePasses_$check" accepts $check
+done
+
+good_tree
+append src/xml/node.h 'int  f( );\n'
+ok "UnformattedSourceFails" fails format
+
+good_tree
+append docs/page.md 'blank at the end \n'
+ok "TrailingBlankFails" fails whitespace
+ok "TrailingBlankIsNamed" printed "docs/page.md:2:"
+
+good_tree
+append docs/page.md '\ttab\n'
+ok "TabFails" fails whitespace
+
+good_tree
+append docs/page.md 'line\r\n'
+ok "CarriageReturnFails" fails whitespace
+
+good_tree
+append docs/page.md 'no line end'
+ok "MissingLineEndFails" fails whitespace
+
+good_tree
+append tests/golden/recorded.txt 'as it was \r\n' 2>/dev/null || { mkdir -p "$tree/tests/golden" &&
+    append tests/golden/recorded.txt 'as it was \r\n'; }
+ok "RecordedDataKeepsItsBytes" accepts whitespace
+
+good_tree
+append src/xml/node.h "$(printf '%0401d' 0 | sed 's/0/\/\/ more\\n/g')"
+ok "LongFileFails" fails length
+ok "LongFileIsNamed" printed "src/xml/node.h: 412 lines"
+
+good_tree
+append src/platform/fault.h '#include "xml/node.h"\n'
+ok "ImportFromAboveFails" fails imports
+ok "ImportFromAboveIsNamed" printed "src/platform/fault.h:8: platform is below xml"
+
+good_tree
+append src/xml/node.h '#include "xml/other.h"\n'
+ok "ImportOfMissingHeaderFails" fails imports
+
+good_tree
+mkdir -p "$tree/src/views" "$tree/src/forms"
+append src/views/list.h '#pragma once\n'
+append src/forms/form.h '#pragma once\n#include "views/list.h"\n'
+ok "ImportBetweenNeighboursFails" fails imports
+
+good_tree
+mkdir -p "$tree/src/misc"
+append src/misc/misc.h '#pragma once\n'
+ok "UnknownFolderFails" fails imports
+
+good_tree
+append src/xml/node.h '#ifdef _WIN32\n#endif\n'
+ok "ConditionOutsideThePlatformFails" fails imports
+
+good_tree
+mkdir -p "$tree/src/platform/linux"
+append src/platform/linux/disk.cpp '#if defined(__linux__)\n#endif\n'
+ok "ConditionInsideThePlatformPasses" accepts imports
+
+good_tree
+rm -r "$tree/src"
+ok "NoSourcesAtAllFails" fails imports
+
+good_tree
+append src/xml/node.h 'std::vector<int> positions();\n'
+ok "HeaderThatNeedsAnotherFails" fails headers
+ok "HeaderThatNeedsAnotherIsNamed" printed "src/xml/node.h does not compile alone"
+
+good_tree
+sed -i 1d "$tree/src/platform/fault.h"
+ok "HeaderIncludedTwiceFails" fails headers
+
+good_tree
+# shellcheck disable=SC2016  # the fault is in the quoted script
+append tools/bad '#!/bin/sh\nrm -r $1\n'
+ok "UnquotedVariableFails" fails shell
+
+good_tree
+ok "TidyWithoutABuildFails" fails tidy
+
+good_tree
+run tools/check spelling
+ok "UnknownCheckIsRefused" exit_status_is 2
+ok "UnknownCheckShowsTheKnown" printed "there are: format whitespace"
+
+good_tree
+append docs/page.md ' \n'
+run tools/check whitespace imports
+ok "OneFailureFailsTheWhole" exit_status_is 1
+ok "OtherChecksStillRun" printed "OK   imports"
+
+done_testing
