@@ -1,0 +1,180 @@
+#include "platform/linux/posix_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <random>
+#include <system_error>
+#include <utility>
+
+#include "platform/fault.h"
+
+namespace tandril::platform {
+namespace {
+
+// An open file descriptor, closed when destroyed.
+class Descriptor {
+  public:
+    explicit Descriptor(int fd) : fd_(fd) {}
+    ~Descriptor() {
+        if (fd_ >= 0) ::close(fd_);
+    }
+    Descriptor(Descriptor&& other) noexcept : fd_(std::exchange(other.fd_, -1)) {}
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    Descriptor& operator=(Descriptor&&) = delete;
+
+    bool valid() const { return fd_ >= 0; }
+    int get() const { return fd_; }
+    // Some file systems report a failed write only here.
+    bool close() { return ::close(std::exchange(fd_, -1)) == 0; }
+
+  private:
+    int fd_;
+};
+
+// What is done to which file, for the message of the fault when a step of it fails.
+struct Attempt {
+    std::string_view what;
+    std::string_view shown;
+    [[noreturn]] void fail(int error) const { throwSystemFault(what, shown, error); }
+};
+
+// Opens a regular file. Without O_NONBLOCK the open itself would wait at a pipe.
+Descriptor openRegular(const std::string& path, int flags, const Attempt& attempt) {
+    Descriptor file(::open(path.c_str(), flags | O_CLOEXEC | O_NONBLOCK));
+    if (!file.valid()) attempt.fail(errno);
+    struct stat status {};
+    if (::fstat(file.get(), &status) != 0) attempt.fail(errno);
+    if (S_ISDIR(status.st_mode)) attempt.fail(EISDIR);
+    if (!S_ISREG(status.st_mode)) attempt.fail(EINVAL);
+    return file;
+}
+
+// Returns 0, or the error that ended the writing.
+int writeAll(int fd, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(fd, bytes.data(), bytes.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written < 0) return errno;
+        bytes.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return 0;
+}
+
+// A new file beside the one to replace. Removed when destroyed, unless renamed before.
+class TemporaryFile {
+  public:
+    TemporaryFile(int folder, mode_t mode, const Attempt& attempt)
+        : folder_(folder), attempt_(attempt), file_(create(mode)) {}
+    ~TemporaryFile() {
+        if (!renamed_) ::unlinkat(folder_, name_.c_str(), 0);
+    }
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+    void write(std::string_view bytes, Durability durability) {
+        if (const int error = writeAll(file_.get(), bytes)) attempt_.fail(error);
+        if (durability == Durability::Durable && ::fsync(file_.get()) != 0) attempt_.fail(errno);
+        if (!file_.close()) attempt_.fail(errno);
+    }
+
+    void renameTo(const std::string& name) {
+        if (::renameat(folder_, name_.c_str(), folder_, name.c_str()) != 0) attempt_.fail(errno);
+        renamed_ = true;
+    }
+
+    int descriptor() const { return file_.get(); }
+
+  private:
+    // The name is random and the creation exclusive: process ids would collide where processes of
+    // several containers or machines share the folder.
+    Descriptor create(mode_t mode) {
+        std::random_device random;
+        for (;;) {
+            char name[40];
+            std::snprintf(name, sizeof name, ".tandril-%08x%08x.tmp", random(), random());
+            name_ = name;
+            Descriptor file(::openat(folder_, name, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+            if (file.valid()) return file;
+            if (errno != EEXIST) attempt_.fail(errno);
+        }
+    }
+
+    int folder_;
+    Attempt attempt_;
+    std::string name_;
+    Descriptor file_;
+    bool renamed_ = false;
+};
+
+// Not every file system can synchronise a folder; those that cannot say EINVAL.
+void syncFolder(int folder, const Attempt& attempt) {
+    if (::fsync(folder) != 0 && errno != EINVAL) attempt.fail(errno);
+}
+
+// The permissions of the file to replace; nothing that could be replaced has none.
+mode_t permissionsToKeep(int folder, const std::string& name, const Attempt& attempt) {
+    struct stat status {};
+    if (::fstatat(folder, name.c_str(), &status, 0) != 0) return 0;
+    if (S_ISDIR(status.st_mode)) attempt.fail(EISDIR);
+    // A rename would replace a write-protected file without a word.
+    if (::faccessat(folder, name.c_str(), W_OK, AT_EACCESS) != 0) attempt.fail(errno);
+    return status.st_mode & 07777;
+}
+
+}  // namespace
+
+void throwSystemFault(std::string_view what, std::string_view shown, int error) {
+    throw Fault("cannot " + std::string(what) + " \"" + std::string(shown) +
+                "\": " + std::generic_category().message(error));
+}
+
+std::string readFile(const std::string& path, std::string_view shown) {
+    const Attempt attempt{"read", shown};
+    const Descriptor file = openRegular(path, O_RDONLY, attempt);
+    std::string content;
+    char buffer[64 * 1024];
+    for (;;) {
+        const ssize_t count = ::read(file.get(), buffer, sizeof buffer);
+        if (count == 0) return content;
+        if (count > 0) {
+            content.append(buffer, static_cast<std::size_t>(count));
+        } else if (errno != EINTR) {
+            attempt.fail(errno);
+        }
+    }
+}
+
+void replaceFile(const std::string& path, std::string_view shown, std::string_view bytes,
+                 Durability durability) {
+    const Attempt attempt{"write", shown};
+    const std::size_t slash = path.rfind('/');
+    const std::string name = path.substr(slash + 1);
+    const Descriptor folder(
+        ::open(path.substr(0, slash + 1).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!folder.valid()) attempt.fail(errno);
+
+    const mode_t kept = permissionsToKeep(folder.get(), name, attempt);
+    TemporaryFile temporary(folder.get(), 0666, attempt);
+    if (kept != 0 && ::fchmod(temporary.descriptor(), kept) != 0) attempt.fail(errno);
+    temporary.write(bytes, durability);
+    temporary.renameTo(name);
+    if (durability == Durability::Durable) syncFolder(folder.get(), attempt);
+}
+
+void appendFile(const std::string& path, std::string_view shown, std::string_view bytes) {
+    const Attempt attempt{"append to", shown};
+    const Descriptor file = openRegular(path, O_WRONLY | O_APPEND, attempt);
+    struct stat before {};
+    if (::fstat(file.get(), &before) != 0) attempt.fail(errno);
+    const int error = writeAll(file.get(), bytes);
+    if (error == 0) return;
+    if (::ftruncate(file.get(), before.st_size) != 0) attempt.fail(errno);
+    attempt.fail(error);
+}
+
+}  // namespace tandril::platform

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/file_system.h"
+
+// Whole-file operations on POSIX paths. Each throws Fault with a message that names the file by
+// `shown`, which is how its users know it.
+namespace tandril::platform {
+
+// Throws the Fault for a failed system call: 'cannot WHAT "SHOWN": cause of `error`'.
+[[noreturn]] void throwSystemFault(std::string_view what, std::string_view shown, int error);
+
+// The content of an existing file; devices and pipes are refused, they might block for ever.
+std::string readFile(const std::string& path, std::string_view shown);
+
+// Replaces the file through a temporary one in the same folder (see FileSystem::replace). Keeps
+// the permissions of the old file, and refuses one that is write-protected.
+void replaceFile(const std::string& path, std::string_view shown, std::string_view bytes,
+                 Durability durability);
+
+// Adds to the end of an existing file (see FileSystem::append).
+void appendFile(const std::string& path, std::string_view shown, std::string_view bytes);
+
+}  // namespace tandril::platform
