@@ -1,0 +1,258 @@
+// What every file system has to keep to: the same cases run on the fake and on the real one.
+#include "platform/file_system.h"
+
+#include <gmock/gmock.h>
+
+#include "platform/fault.h"
+#include "platform/linux/home_files.h"
+#include "support/files_wrapper.h"
+#include "support/memory_files.h"
+#include "support/temporary_home.h"
+
+namespace tandril::test {
+namespace {
+
+using platform::Durability;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+struct InMemory {
+    MemoryFiles files;
+};
+
+struct InHome {
+    TemporaryHome home;
+    platform::HomeFiles files{home.path()};
+};
+
+struct Wrapped {
+    MemoryFiles target;
+    FaultyFiles files{target};
+};
+
+template <typename Machine>
+class FileSystemTest : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        files().createFolder("C:\\Vorn Tandril");
+        files().createFolder("C:\\Vorn Tandril\\MasterData");
+    }
+    platform::FileSystem& files() { return machine_.files; }
+    void write(std::string_view path, std::string_view bytes) {
+        files().replace(path, bytes, Durability::Relaxed);
+    }
+
+  private:
+    Machine machine_;
+};
+
+using Machines = ::testing::Types<InMemory, InHome, Wrapped>;
+TYPED_TEST_SUITE(FileSystemTest, Machines);
+
+constexpr std::string_view kLog = "C:\\Vorn Tandril\\log.txt";
+
+// Paths that might lead out of drive "C:", or that are none.
+const char* const kStrayPaths[] = {
+    "C:\\..\\x",
+    "C:\\Vorn Tandril\\..\\..\\x",
+    "C:\\Vorn Tandril/x",
+    "C:\\.\\x",
+    "C:\\a\\\\b",
+    "Vorn Tandril",
+    "\\Vorn Tandril",
+    "D:\\x",
+    "C:x",
+    "",
+    "/etc/passwd",
+    "C:/Vorn Tandril",
+    "C:\\\\server\\x",
+};
+
+TYPED_TEST(FileSystemTest, OnlyDriveCExists) {
+    EXPECT_TRUE(this->files().driveExists("C:"));
+    EXPECT_TRUE(this->files().driveExists("c:"));
+    EXPECT_FALSE(this->files().driveExists("D:"));
+    EXPECT_FALSE(this->files().driveExists("C:\\Vorn Tandril"));
+    EXPECT_FALSE(this->files().driveExists(""));
+}
+
+TYPED_TEST(FileSystemTest, TellsFilesFromFolders) {
+    this->write(kLog, "");
+    EXPECT_TRUE(this->files().fileExists(kLog));
+    EXPECT_FALSE(this->files().folderExists(kLog));
+    EXPECT_TRUE(this->files().folderExists("C:\\Vorn Tandril"));
+    EXPECT_TRUE(this->files().folderExists("C:\\Vorn Tandril\\"));
+    EXPECT_FALSE(this->files().fileExists("C:\\Vorn Tandril"));
+    EXPECT_FALSE(this->files().fileExists("C:\\Vorn Tandril\\other.txt"));
+    EXPECT_FALSE(this->files().folderExists("C:\\Vorn Tandril\\Other"));
+}
+
+TYPED_TEST(FileSystemTest, CreateFolderNeedsAParentAndAFreeName) {
+    EXPECT_THROW(this->files().createFolder("C:\\A\\B"), Fault);
+    EXPECT_THROW(this->files().createFolder("C:\\Vorn Tandril"), Fault);
+    this->write(kLog, "");
+    EXPECT_THROW(this->files().createFolder(kLog), Fault);
+    this->files().createFolder("C:\\A");
+    this->files().createFolder("C:\\A\\B");
+    EXPECT_TRUE(this->files().folderExists("C:\\A\\B"));
+}
+
+TYPED_TEST(FileSystemTest, ReplaceMakesTheWholeContent) {
+    const std::string bytes("all\r\nbytes \0\xFF", 13);
+    this->files().replace(kLog, bytes, Durability::Durable);
+    EXPECT_EQ(this->files().read(kLog), bytes);
+    this->files().replace(kLog, "shorter", Durability::Relaxed);
+    EXPECT_EQ(this->files().read(kLog), "shorter");
+    this->files().replace(kLog, "", Durability::Relaxed);
+    EXPECT_EQ(this->files().read(kLog), "");
+    EXPECT_THAT(this->files().fileNames("C:\\Vorn Tandril"), ElementsAre("log.txt"));
+}
+
+TYPED_TEST(FileSystemTest, ReplaceNeedsAFolderAndAFile) {
+    EXPECT_THROW(this->write("C:\\Other\\log.txt", "x"), Fault);
+    EXPECT_THROW(this->write("C:\\Vorn Tandril\\MasterData", "x"), Fault);
+    EXPECT_FALSE(this->files().folderExists("C:\\Other"));
+    EXPECT_TRUE(this->files().folderExists("C:\\Vorn Tandril\\MasterData"));
+    EXPECT_THAT(this->files().fileNames("C:\\Vorn Tandril"), IsEmpty());
+}
+
+TYPED_TEST(FileSystemTest, ReadOfWhatIsNoFileIsAFault) {
+    EXPECT_THROW(this->files().read(kLog), Fault);
+    EXPECT_THROW(this->files().read("C:\\Vorn Tandril"), Fault);
+}
+
+TYPED_TEST(FileSystemTest, AppendAddsAtTheEnd) {
+    this->write(kLog, "one\r\n");
+    this->files().append(kLog, "two\r\n");
+    this->files().append(kLog, "");
+    EXPECT_EQ(this->files().read(kLog), "one\r\ntwo\r\n");
+}
+
+TYPED_TEST(FileSystemTest, AppendNeverCreates) {
+    EXPECT_THROW(this->files().append(kLog, "x"), Fault);
+    EXPECT_THROW(this->files().append("C:\\Vorn Tandril", "x"), Fault);
+    EXPECT_FALSE(this->files().fileExists(kLog));
+}
+
+TYPED_TEST(FileSystemTest, RenameReplacesTheFileOfThatName) {
+    this->write(kLog, "old");
+    this->write("C:\\Vorn Tandril\\kept.txt", "kept");
+    this->files().rename("C:\\Vorn Tandril\\kept.txt", kLog);
+    EXPECT_EQ(this->files().read(kLog), "kept");
+    EXPECT_THAT(this->files().fileNames("C:\\Vorn Tandril"), ElementsAre("log.txt"));
+}
+
+TYPED_TEST(FileSystemTest, RenameStaysInTheFolder) {
+    this->write(kLog, "kept");
+    EXPECT_THROW(this->files().rename(kLog, "C:\\Vorn Tandril\\MasterData\\log.txt"), Fault);
+    EXPECT_THROW(this->files().rename(kLog, "C:\\Vorn Tandril\\MasterData"), Fault);
+    EXPECT_THROW(this->files().rename("C:\\Vorn Tandril\\MasterData", "C:\\Vorn Tandril\\New"),
+                 Fault);
+    EXPECT_THROW(this->files().rename("C:\\Vorn Tandril\\none", kLog), Fault);
+    EXPECT_EQ(this->files().read(kLog), "kept");
+}
+
+TYPED_TEST(FileSystemTest, FileNamesAreSortedAndLeaveFoldersOut) {
+    this->write("C:\\Vorn Tandril\\b.txt", "");
+    this->write("C:\\Vorn Tandril\\a.txt", "");
+    this->write("C:\\Vorn Tandril\\MasterData\\c.txt", "");
+    EXPECT_THAT(this->files().fileNames("C:\\Vorn Tandril"), ElementsAre("a.txt", "b.txt"));
+    EXPECT_THAT(this->files().fileNames("C:\\Vorn Tandril\\MasterData\\"), ElementsAre("c.txt"));
+    EXPECT_THAT(this->files().fileNames("C:\\None"), IsEmpty());
+    EXPECT_THAT(this->files().fileNames("C:\\Vorn Tandril\\a.txt"), IsEmpty());
+}
+
+TYPED_TEST(FileSystemTest, PathsThatMightLeadOutNameNothing) {
+    for (const std::string path : kStrayPaths) {
+        SCOPED_TRACE(path);
+        EXPECT_FALSE(this->files().fileExists(path));
+        EXPECT_FALSE(this->files().folderExists(path));
+        EXPECT_THAT(this->files().fileNames(path), IsEmpty());
+        EXPECT_THROW(this->files().read(path), Fault);
+        EXPECT_THROW(this->write(path, "x"), Fault);
+        EXPECT_THROW(this->files().append(path, "x"), Fault);
+        EXPECT_THROW(this->files().createFolder(path), Fault);
+    }
+}
+
+TYPED_TEST(FileSystemTest, NulInAPathNamesNothing) {
+    using namespace std::string_literals;
+    this->write(kLog, "kept");
+    const std::string path = "C:\\Vorn Tandril\\log.txt\0.mdb"s;
+    EXPECT_FALSE(this->files().fileExists(path));
+    EXPECT_THROW(this->write(path, "x"), Fault);
+    EXPECT_EQ(this->files().read(kLog), "kept");
+}
+
+TYPED_TEST(FileSystemTest, NamesAreUtf8) {
+    const std::string path =
+        "C:\\Vorn Tandril\\Gr\xC3\xB6\xC3\x9F"
+        "e \xE2\x82\xAC.txt";
+    this->write(path, "x");
+    EXPECT_THAT(this->files().fileNames("C:\\Vorn Tandril"), ElementsAre("Gr\xC3\xB6\xC3\x9F"
+                                                                         "e \xE2\x82\xAC.txt"));
+}
+
+TYPED_TEST(FileSystemTest, TypeDescriptionComesFromTheExtension) {
+    constexpr struct {
+        const char* path;
+        const char* description;
+    } kCases[] = {
+        {"C:\\a\\Parts.mdb", "MDB File"}, {"C:\\a\\Parts.MdB", "MDB File"},
+        {"C:\\a\\.mdb", "MDB File"},      {"C:\\a\\Parts.mdb.zip", "ZIP File"},
+        {"C:\\a\\Partsmdb", "File"},      {"C:\\a.mdb\\Parts", "File"},
+        {"C:\\a\\Parts.", "File"},        {"C:\\a\\Parts.mdb ", "MDB  File"},
+    };
+    for (const auto& [path, description] : kCases) {
+        EXPECT_EQ(this->files().typeDescription(path), description) << path;
+    }
+}
+
+TYPED_TEST(FileSystemTest, PlainTextFilesAreUtf8) {
+    const std::string text =
+        "Gr\xC3\xB6\xC3\x9F"
+        "e \xE2\x82\xAC";
+    EXPECT_EQ(this->files().encodeAnsi(text), text);
+    EXPECT_EQ(this->files().decodeAnsi(text), text);
+    EXPECT_EQ(this->files().systemFolder(), "C:\\WINDOWS\\system32");
+}
+
+TEST(MemoryFilesTest, RecordsItsCalls) {
+    MemoryFiles files;
+    files.put("C:\\Vorn Tandril\\log.txt", "old");
+    files.replace(kLog, "new", Durability::Durable);
+    files.append(kLog, "er");
+    files.read(kLog);
+    EXPECT_EQ(files.count(FileOperation::Replace, kLog), 1);
+    EXPECT_EQ(files.count(FileOperation::Append), 1);
+    EXPECT_EQ(files.count(FileOperation::Read, "C:\\Vorn Tandril\\other"), 0);
+    ASSERT_EQ(files.calls().size(), 3u);
+    EXPECT_EQ(files.calls()[0].durability, Durability::Durable);
+    EXPECT_EQ(files.content(kLog), "newer");
+    files.forgetCalls();
+    EXPECT_THAT(files.calls(), IsEmpty());
+}
+
+TEST(MemoryFilesTest, WithoutItsDriveNothingIsThere) {
+    MemoryFiles files;
+    files.put(kLog, "");
+    files.removeDrive();
+    EXPECT_FALSE(files.driveExists("C:"));
+    EXPECT_FALSE(files.fileExists(kLog));
+    EXPECT_THROW(files.createFolder("C:\\Vorn Tandril"), Fault);
+}
+
+TEST(FaultyFilesTest, FailsTheChosenOperationOnly) {
+    MemoryFiles target;
+    target.put(kLog, "");
+    FaultyFiles files(target);
+    files.failOn(FileOperation::Append, 2);
+    files.append(kLog, "1");
+    files.replace(kLog, "one ", Durability::Relaxed);
+    EXPECT_THROW(files.append(kLog, "2"), Fault);
+    files.append(kLog, "3");
+    EXPECT_EQ(target.content(kLog), "one 3");
+}
+
+}  // namespace
+}  // namespace tandril::test
