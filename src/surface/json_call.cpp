@@ -1,12 +1,13 @@
 #include "surface/json_call.h"
 
+#include <cstdint>
 #include <exception>
 #include <limits>
 #include <optional>
+#include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
-
-#include "component/methods.h"
 
 namespace tandril::surface {
 namespace {
@@ -57,9 +58,27 @@ std::optional<Value> decode(const json& argument, Kind kind) {
     return std::nullopt;
 }
 
-json encode(const Value& value) {
+std::vector<Value> decodeAll(const Method& method, const json& arguments) {
+    if (!arguments.is_array()) {
+        throw InvalidCall(Outcome::BadArguments,
+                          "the arguments must be a JSON array: " + signature(method));
+    }
+    requireCount(method, arguments.size());
+    std::vector<Value> values;
+    values.reserve(arguments.size());
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        std::optional<Value> value = decode(arguments[i], method.parameters[i].kind);
+        if (!value) {
+            throw wrongKind(method, method.parameters[i]);
+        }
+        values.push_back(std::move(*value));
+    }
+    return values;
+}
+
+AnswerBody encode(const Value& value) {
     return std::visit(
-        [](const auto& v) -> json {
+        [](const auto& v) -> AnswerBody {
             if constexpr (std::is_same_v<std::decay_t<decltype(v)>, std::monostate>) {
                 return nullptr;
             } else {
@@ -69,55 +88,34 @@ json encode(const Value& value) {
         value);
 }
 
-Answer invalid(Outcome outcome, std::string text) {
-    return {outcome, json{{"invalid", std::move(text)}}};
-}
-
-Answer invoke(Client20& client, const Method& method, std::vector<Value>& values) {
-    json body;
-    try {
-        body["result"] = encode(method.invoke(client, values));
-    } catch (const std::exception& fault) {
-        return {Outcome::Fault, json{{"fault", fault.what()}}};
-    }
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        if (method.parameters[i].byReference) {
-            body["out"][std::string(method.parameters[i].name)] = encode(values[i]);
-        }
-    }
-    return {Outcome::Result, std::move(body)};
-}
-
 }  // namespace
 
 Answer call(Client20& client, std::string_view name, const json& arguments) {
-    const Method* method = findMethod(name);
-    if (method == nullptr) {
-        return invalid(Outcome::UnknownMethod, "unknown method: " + std::string(name));
+    try {
+        const Method& method = requireMethod(name);
+        std::vector<Value> values = decodeAll(method, arguments);
+        const Value result = method.invoke(client, values);
+        return {Outcome::Result, resultBody(method, result, values)};
+    } catch (const InvalidCall& invalid) {
+        return {invalid.outcome(), invalidBody(invalid.what())};
+    } catch (const std::exception& fault) {
+        return {Outcome::Fault, AnswerBody{{"fault", fault.what()}}};
     }
-    if (!arguments.is_array()) {
-        return invalid(Outcome::BadArguments,
-                       "the arguments must be a JSON array: " + signature(*method));
-    }
-    if (arguments.size() != method->parameters.size()) {
-        return invalid(Outcome::BadArguments, "wrong number of arguments: " + signature(*method));
-    }
-    std::vector<Value> values;
-    values.reserve(arguments.size());
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        std::optional<Value> value = decode(arguments[i], method->parameters[i].kind);
-        if (!value) {
-            return invalid(Outcome::BadArguments, "wrong kind of argument " +
-                                                      std::string(method->parameters[i].name) +
-                                                      ": " + signature(*method));
-        }
-        values.push_back(std::move(*value));
-    }
-    return invoke(client, *method, values);
 }
 
-std::string toLine(const json& body) {
-    return body.dump(-1, ' ', false, json::error_handler_t::replace);
+AnswerBody invalidBody(std::string_view text) {
+    return AnswerBody{{"invalid", text}};
+}
+
+AnswerBody resultBody(const Method& method, const Value& result, std::span<const Value> arguments) {
+    AnswerBody body;
+    body["result"] = encode(result);
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        if (method.parameters[i].byReference) {
+            body["out"][std::string(method.parameters[i].name)] = encode(arguments[i]);
+        }
+    }
+    return body;
 }
 
 }  // namespace tandril::surface

@@ -1,34 +1,37 @@
 #pragma once
 
 #include <nlohmann/json.hpp>
-#include <string>
+#include <span>
 #include <string_view>
 
 #include "component/client20.h"
+#include "surface/invocation.h"
 
 namespace tandril::surface {
 
-// How a call from outside went.
-enum class Outcome {
-    Result,         // {"result": ..., "out": {...}}
-    Fault,          // {"fault": "text"}
-    UnknownMethod,  // {"invalid": "text"}
-    BadArguments,   // {"invalid": "text"}
-};
+// An answer keeps its members in the order in which they are written: result, out.
+using AnswerBody = nlohmann::ordered_json;
 
 struct Answer {
     Outcome outcome;
-    nlohmann::json body;
+    AnswerBody body;
 };
 
 // Makes one call with JSON arguments. The method's name matches in any case. A string parameter
 // takes a JSON string, a variant a string, number, boolean or null (read as its text), a 16-bit
-// integer a whole number in its range. "out" holds the by-reference parameters by name and is
-// absent when there are none. Never throws for what the caller sent or for a fault of the method.
+// integer a whole number in its range. Never throws for what the caller sent or for a fault of the
+// method; the body is one of
+//
+//   {"result": VALUE}                          null for an empty variant
+//   {"result": VALUE, "out": {"NAME": VALUE}}  when the method has by-reference parameters
+//   {"fault": "text"}
+//   {"invalid": "text"}                        unknown method, wrong number or kind of arguments
 Answer call(Client20& client, std::string_view method, const nlohmann::json& arguments);
 
-// The JSON text of an answer, on one line, with non-ASCII characters as UTF-8. Bytes that are not
-// UTF-8 come out as U+FFFD.
-std::string toLine(const nlohmann::json& body);
+// The "invalid" answer to a request that is not even a call.
+AnswerBody invalidBody(std::string_view text);
+
+// The body of an answer to a call that returned `result` and left `arguments` behind.
+AnswerBody resultBody(const Method& method, const Value& result, std::span<const Value> arguments);
 
 }  // namespace tandril::surface

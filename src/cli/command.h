@@ -1,0 +1,44 @@
+#pragma once
+
+#include <iosfwd>
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+namespace tandril::cli {
+
+// Where a command reads from and writes to.
+struct Streams {
+    std::istream& in;
+    std::ostream& out;
+    std::ostream& err;
+};
+
+// The exit statuses of every command.
+enum ExitStatus : int {
+    kSuccess = 0,
+    kFault = 1,   // what was asked for failed, or its answer could not be written
+    kMisuse = 2,  // it was asked for in a wrong way, and nothing was done
+};
+
+// One command of the program. A new one is a class of its own, in a file pair of its own, and a
+// line in allCommands().
+class Command {
+  public:
+    virtual ~Command() = default;
+
+    // The word on the command line, and one line about it for --help.
+    virtual std::string name() const = 0;
+    virtual std::string summary() const = 0;
+
+    // Describes the options and arguments to the parser, which stores them in this object.
+    virtual void define(CLI::App& parser) = 0;
+
+    // Runs the command after the parser has stored its arguments. Returns the exit status. A
+    // std::exception that leaves it is shown to the user and is a fault.
+    virtual int run(const Streams& streams) = 0;
+};
+
+}  // namespace tandril::cli

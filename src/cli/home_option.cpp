@@ -1,0 +1,24 @@
+#include "cli/home_option.h"
+
+#include <CLI/CLI.hpp>
+
+#include "platform/machine.h"
+
+namespace tandril::cli {
+
+void HomeOption::define(CLI::App& parser) {
+    parser
+        .add_option("--home", folder_,
+                    "The folder that stands for the machine (default: $TANDRIL_HOME, else "
+                    "$XDG_DATA_HOME/tandril, else ~/.local/share/tandril)")
+        ->type_name("DIR")
+        ->check([](const std::string& folder) {
+            return folder.empty() ? std::string("the folder has no name") : std::string();
+        });
+}
+
+std::string HomeOption::folder() const {
+    return folder_.empty() ? platform::defaultHome() : folder_;
+}
+
+}  // namespace tandril::cli

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+namespace tandril::cli {
+
+// The option --home DIR of the commands that work on a home.
+class HomeOption {
+  public:
+    void define(CLI::App& parser);
+
+    // The folder that was named, which need not exist, else the default home. Throws Fault when
+    // there is no default home.
+    std::string folder() const;
+
+  private:
+    std::string folder_;
+};
+
+}  // namespace tandril::cli

@@ -1,0 +1,16 @@
+#include "cli/methods_command.h"
+
+#include <ostream>
+
+#include "component/methods.h"
+
+namespace tandril::cli {
+
+int MethodsCommand::run(const Streams& streams) {
+    for (const Method& method : methods()) {
+        streams.out << signature(method) << '\n';
+    }
+    return kSuccess;
+}
+
+}  // namespace tandril::cli
