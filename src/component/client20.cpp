@@ -2,6 +2,7 @@
 
 #include "component/call.h"
 #include "component/environment.h"
+#include "component/form_calls.h"
 #include "component/list_calls.h"
 #include "component/module.h"
 #include "component/paths.h"
@@ -14,6 +15,11 @@ namespace {
     throw Fault(std::string(method) + " is not available yet");
 }
 
+// How the page says that it opens a record to correct an error of the upload.
+bool correctsError(std::int16_t argument) {
+    return argument == 1;
+}
+
 }  // namespace
 
 // A method that leaves the error text alone and returns an empty variant.
@@ -23,6 +29,12 @@ Variant Client20::runEmpty(Body body) {
         body(call);
         return Variant();
     });
+}
+
+// A method that shows a form or a part of one.
+template <class Body>
+std::string Client20::showForm(Body body) {
+    return run(module_, ErrorAtEntry::Reset, "", body);
 }
 
 std::string Client20::showRecords(std::string_view action, views::RecordList list) {
@@ -76,13 +88,19 @@ std::string Client20::AddXml(const std::string&) {
     notAvailableYet("AddXml");
 }
 
-std::string Client20::GetDetails(const std::string&, const std::string&, const std::string&,
-                                 const std::string&, const std::string&, std::int16_t) {
-    notAvailableYet("GetDetails");
+std::string Client20::GetDetails(const std::string& iObject, const std::string& iOrno,
+                                 const std::string& iAcln, const std::string& iLine,
+                                 const std::string&, std::int16_t iError) {
+    return showForm([&](Call& call) {
+        return form_calls::details(call, iObject, {iOrno, iAcln, iLine}, correctsError(iError));
+    });
 }
 
-std::string Client20::CreateForm(const std::string&, const std::string&, const std::string&) {
-    notAvailableYet("CreateForm");
+std::string Client20::CreateForm(const std::string& iObject, const std::string& iOrno,
+                                 const std::string& iAcln) {
+    return showForm([&](Call& call) {
+        return form_calls::creation(call, iObject, {iOrno, iAcln, ""});
+    });
 }
 
 std::string Client20::CreateXMLStringForUpdate() {
@@ -173,7 +191,7 @@ Variant Client20::ExplodeZip(const std::string&) {
 }
 
 std::string Client20::CreateMaterialForm() {
-    notAvailableYet("CreateMaterialForm");
+    return showForm([](Call& call) { return form_calls::newMaterialLine(call); });
 }
 
 std::string Client20::BuildCostLines(const std::string& icType, const std::string& iOrno,
@@ -187,16 +205,17 @@ std::string Client20::CostLinesHeader(const std::string& iOrno, const std::strin
                [&](Call& call) { return lists::costLinesHeader(call, iOrno, iAcln); });
 }
 
-std::string Client20::NewObject(const std::string&, const std::string&, const std::string&) {
-    notAvailableYet("NewObject");
+std::string Client20::NewObject(const std::string& iObject, const std::string&,
+                                const std::string&) {
+    return showForm([&](Call& call) { return form_calls::newActivity(call, iObject); });
 }
 
 std::string Client20::CreateOrderDropDown() {
-    notAvailableYet("CreateOrderDropDown");
+    return showForm([](Call& call) { return form_calls::orderOptions(call); });
 }
 
-std::string Client20::CreateActivityDropDown(const std::string&) {
-    notAvailableYet("CreateActivityDropDown");
+std::string Client20::CreateActivityDropDown(const std::string& iorder) {
+    return showForm([&](Call& call) { return form_calls::activityOptions(call, iorder); });
 }
 
 std::string Client20::SaveHra(const std::string&) {
@@ -220,20 +239,24 @@ std::string Client20::Synchronize_MasterData(const std::string&) {
 }
 
 std::string Client20::CreateFormforHra(const std::string&, const std::string&, const std::string&) {
-    notAvailableYet("CreateFormforHra");
+    return showForm([](Call& call) { return form_calls::newRegistration(call); });
 }
 
 std::string Client20::ListHRALines(const std::string&, const std::string&, const std::string&) {
     return showHourRegistrations(views::Lines::OfActivity);
 }
 
-std::string Client20::GetDetailsForHRA(const std::string&, const std::string&, const std::string&,
-                                       const std::string&, const std::string&, std::int16_t) {
-    notAvailableYet("GetDetailsForHRA");
+std::string Client20::GetDetailsForHRA(const std::string&, const std::string& iOrno,
+                                       const std::string& iAcln, const std::string& iLine,
+                                       const std::string&, std::int16_t iError) {
+    return showForm([&](Call& call) {
+        return form_calls::registrationDetails(call, {iOrno, iAcln, iLine}, correctsError(iError));
+    });
 }
 
-std::string Client20::getColumnHeadingsForHRA(std::int16_t&, const std::string&) {
-    notAvailableYet("getColumnHeadingsForHRA");
+std::string Client20::getColumnHeadingsForHRA(std::int16_t& iCols, const std::string& iBoiTag) {
+    return showForm(
+        [&](Call& call) { return form_calls::registrationHeadings(call, iCols, iBoiTag); });
 }
 
 Variant Client20::GetMailContent(const std::string& iWhat) {
