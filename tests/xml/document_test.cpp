@@ -1,0 +1,124 @@
+#include "xml/document.h"
+
+#include <gtest/gtest.h>
+
+#include "support/memory_files.h"
+#include "xml/node.h"
+
+namespace tandril::xml {
+namespace {
+
+std::string reparsed(std::string_view text) {
+    const auto document = Document::parse(text);
+    return document ? document->text() : "(not well-formed)";
+}
+
+TEST(Document, DropsBlankTextBetweenElementsOnly) {
+    EXPECT_EQ(reparsed("<a>\n <b> </b>\n <c>\t<d/></c> x <e/>\n</a>"),
+              "<a><b> </b><c><d/></c> x <e/></a>");
+}
+
+TEST(Document, DropsBlankTextBesideCommentsToo) {
+    EXPECT_EQ(reparsed("<a> <!-- c --> <b> <!-- d --> </b> <![CDATA[ ]]> </a>"),
+              "<a><!-- c --><b> <!-- d --> </b><![CDATA[ ]]></a>");
+}
+
+TEST(Document, KeepsCommentsInstructionsAndSections) {
+    const std::string text = "<!--a--><?b c?><d><!--e--><?f?><![CDATA[<g>]]></d><!--h-->";
+    EXPECT_EQ(reparsed(text), text);
+}
+
+TEST(Document, WritesWhatAParserWouldChangeAsReferences) {
+    EXPECT_EQ(reparsed("<a b='&#9;&#10;&#13;&quot;&lt;&amp;'>&#13;&lt;&amp;&gt;\"'</a>"),
+              "<a b=\"&#9;&#10;&#13;&quot;&lt;&amp;\">&#13;&lt;&amp;&gt;\"'</a>");
+}
+
+TEST(Document, ReadsLineEndsAndAttributeBlanksAsAParserMust) {
+    EXPECT_EQ(reparsed("<a b='1\n2\t3\r\n4'>x\r\ny\rz</a>"), "<a b=\"1 2 3 4\">x\ny\nz</a>");
+}
+
+TEST(Document, NamesNoEncodingInItsText) {
+    EXPECT_EQ(reparsed("<?xml version='1.0' encoding='ISO-8859-1' standalone='yes'?><a/>"),
+              "<?xml version=\"1.0\" standalone=\"yes\"?><a/>");
+}
+
+TEST(Document, IgnoresAByteOrderMarkBeforeAText) {
+    EXPECT_EQ(reparsed("\xEF\xBB\xBF<a/>"), "<a/>");
+}
+
+TEST(Document, RefusesMalformedText) {
+    EXPECT_FALSE(Document::parse("<a>"));
+    EXPECT_FALSE(Document::parse(""));
+    EXPECT_FALSE(Document::decode("<a>\xC3</a>"));
+}
+
+TEST(Document, WritesBytesInTheEncodingThatItCameIn) {
+    const std::string bytes = "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><a>\xE4</a>";
+    const auto document = Document::decode(bytes);
+    ASSERT_TRUE(document);
+    EXPECT_EQ(text(document->root()), "\xC3\xA4");
+    EXPECT_EQ(document->bytes(), bytes);
+}
+
+TEST(Document, WritesCharactersThatItsEncodingLacksAsReferences) {
+    auto document = Document::decode("<?xml version=\"1.0\" encoding=\"us-ascii\"?><a/>");
+    ASSERT_TRUE(document);
+    setText(document->root(), "\xE2\x82\xAC");
+    EXPECT_EQ(document->bytes(), "<?xml version=\"1.0\" encoding=\"us-ascii\"?><a>&#8364;</a>");
+}
+
+TEST(Document, WritesATextInItsDeclaredEncoding) {
+    const auto document =
+        Document::parse("<?xml version=\"1.0\" encoding=\"windows-1252\"?><a>\xE2\x82\xAC</a>");
+    ASSERT_TRUE(document);
+    EXPECT_EQ(document->bytes(), "<?xml version=\"1.0\" encoding=\"windows-1252\"?><a>\x80</a>");
+}
+
+TEST(Document, CorrectsAnUnknownEncodingOfAText) {
+    const auto document = Document::parse("<?xml version=\"1.0\" encoding=\"x-klingon\"?><a/>");
+    ASSERT_TRUE(document);
+    EXPECT_EQ(document->bytes(), "<?xml version=\"1.0\" encoding=\"UTF-8\"?><a/>");
+}
+
+TEST(Document, KeepsAByteOrderMark) {
+    const std::string bytes = "\xEF\xBB\xBF<a>\xC3\xA4</a>";
+    const auto document = Document::decode(bytes);
+    ASSERT_TRUE(document);
+    EXPECT_EQ(document->bytes(), bytes);
+}
+
+TEST(Document, SavesAndLoads) {
+    test::MemoryFiles files;
+    files.createFolder("C:\\x");
+    const auto document = Document::parse("<a><b>1</b></a>");
+    ASSERT_TRUE(document);
+    save(*document, files, "C:\\x\\d.xml", platform::Durability::Durable);
+    EXPECT_EQ(files.read("C:\\x\\d.xml"), "<a><b>1</b></a>");
+    const auto loaded = load(files, "C:\\x\\d.xml");
+    ASSERT_TRUE(loaded);
+    EXPECT_EQ(loaded->text(), "<a><b>1</b></a>");
+}
+
+TEST(Document, LoadsNothingFromAMissingOrMalformedFile) {
+    test::MemoryFiles files;
+    files.createFolder("C:\\x");
+    EXPECT_FALSE(load(files, "C:\\x\\d.xml"));
+    files.replace("C:\\x\\d.xml", "<a>", platform::Durability::Relaxed);
+    EXPECT_FALSE(load(files, "C:\\x\\d.xml"));
+}
+
+TEST(Document, HoldsDeepDocumentsWithoutRecursion) {
+    std::string text;
+    for (int i = 0; i < 2000; ++i) {
+        text += "<a>";
+    }
+    std::string closing;
+    for (int i = 0; i < 2000; ++i) {
+        closing += "</a>";
+    }
+    text += "x" + closing;
+    EXPECT_EQ(reparsed(text), text);
+}
+
+}  // namespace
+}  // namespace tandril::xml

@@ -1,0 +1,96 @@
+#include "xml/node.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace tandril::xml {
+namespace {
+
+Document parsed(std::string_view text) {
+    auto document = Document::parse(text);
+    if (!document) {
+        throw std::invalid_argument(std::string(text));
+    }
+    return std::move(*document);
+}
+
+std::vector<std::string> names(Elements list) {
+    std::vector<std::string> found;
+    for (const Node node : list) {
+        found.emplace_back(node.name());
+    }
+    return found;
+}
+
+TEST(Node, ListsElementsOnly) {
+    const Document document = parsed("<a>x<b/><!-- c --><d/><?e f?><![CDATA[g]]><h/>y</a>");
+    EXPECT_EQ(names(elements(document.root())), (std::vector<std::string>{"b", "d", "h"}));
+    EXPECT_STREQ(elementAt(document.root(), 1).name(), "d");
+    EXPECT_FALSE(elementAt(document.root(), 3));
+    EXPECT_FALSE(elementAt(Node(), 0));
+    EXPECT_TRUE(hasElements(document.root()));
+    EXPECT_FALSE(hasElements(child(document.root(), "b")));
+}
+
+TEST(Node, FindsTheFirstElementInDocumentOrder) {
+    const Document document = parsed("<a><b><c n='1'/></b><c n='2'/></a>");
+    EXPECT_EQ(attribute(firstElement(document.root(), "c"), "n"), "1");
+    EXPECT_EQ(firstElement(document.root(), "a"), document.root());
+    EXPECT_FALSE(firstElement(document.root(), "d"));
+    EXPECT_EQ(attribute(child(document.root(), "c"), "n"), "2");
+}
+
+TEST(Node, StopsTheWalkAtTheTop) {
+    const Document document = parsed("<a><b><c/></b><d/></a>");
+    const Node b = child(document.root(), "b");
+    const Node c = nextElement(b, b);
+    EXPECT_STREQ(c.name(), "c");
+    EXPECT_FALSE(nextElement(c, b));
+    EXPECT_STREQ(nextElement(c, document.root()).name(), "d");
+}
+
+TEST(Node, JoinsAllTextBelow) {
+    const Document document = parsed("<a>1<b>2<c/></b><!-- x --><![CDATA[<3>]]>4</a>");
+    EXPECT_EQ(text(document.root()), "12<3>4");
+    EXPECT_EQ(text(Node()), "");
+}
+
+TEST(Node, SetsATextOnlyWhenItDiffers) {
+    const Document document = parsed("<a><b>1<c>2</c></b></a>");
+    const Node b = child(document.root(), "b");
+    EXPECT_FALSE(setText(b, "12"));
+    EXPECT_EQ(toText(document.root()), "<a><b>1<c>2</c></b></a>");
+    EXPECT_TRUE(setText(b, "x & y"));
+    EXPECT_EQ(toText(document.root()), "<a><b>x &amp; y</b></a>");
+    EXPECT_TRUE(setText(b, ""));
+    EXPECT_EQ(toText(document.root()), "<a><b/></a>");
+}
+
+TEST(Node, ReadsAMissingAttributeAsEmpty) {
+    const Document document = parsed("<a b=''/>");
+    EXPECT_EQ(attribute(document.root(), "c"), "");
+    EXPECT_EQ(attribute(Node(), "c"), "");
+}
+
+TEST(Node, SetsAnAttributeOnlyWhenItDiffers) {
+    const Document document = parsed("<a b='1'/>");
+    EXPECT_FALSE(setAttribute(document.root(), "b", "1"));
+    EXPECT_TRUE(setAttribute(document.root(), "b", "2"));
+    EXPECT_TRUE(setAttribute(document.root(), "c", ""));
+    EXPECT_FALSE(setAttribute(document.root(), "c", ""));
+    EXPECT_EQ(toText(document.root()), "<a b=\"2\" c=\"\"/>");
+}
+
+TEST(Node, AppendsDeepCopiesOfAnotherDocument) {
+    const Document to = parsed("<a/>");
+    {
+        const Document from = parsed("<b c='d'><e>f</e><![CDATA[g]]></b>");
+        appendCopy(to.root(), from.root());
+    }
+    EXPECT_EQ(toText(to.root()), "<a><b c=\"d\"><e>f</e><![CDATA[g]]></b></a>");
+}
+
+}  // namespace
+}  // namespace tandril::xml
