@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "platform/fault.h"
 #include "xml/characters.h"
 #include "xml/well_formed.h"
 #include "xml/writer.h"
@@ -138,11 +137,7 @@ std::optional<Document> load(const platform::FileSystem& files, std::string_view
     if (!files.fileExists(path)) {
         return std::nullopt;
     }
-    try {
-        return Document::decode(files.read(path));
-    } catch (const Fault&) {
-        return std::nullopt;
-    }
+    return Document::decode(files.read(path));
 }
 
 void save(const Document& document, platform::FileSystem& files, std::string_view path,

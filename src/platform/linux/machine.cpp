@@ -4,11 +4,11 @@
 #include <filesystem>
 
 #include "platform/fault.h"
+#include "platform/linux/home_database.h"
 #include "platform/linux/home_files.h"
 #include "platform/linux/posix_file.h"
 #include "platform/linux/registry_file.h"
 #include "platform/linux/shell.h"
-#include "platform/linux/unavailable_database.h"
 #include "platform/linux/wall_clock.h"
 
 namespace tandril::platform {
@@ -24,7 +24,7 @@ class HomeMachine final : public OwnedMachine {
   private:
     RegistryFile registry_;
     HomeFiles files_;
-    UnavailableDatabase database_;
+    HomeDatabase database_{files_, registry_};
     DesktopShell shell_;
     WallClock clock_;
 };
@@ -37,7 +37,7 @@ std::string environment(const char* name) {
 
 std::string dataFolder() {
     // By convention a relative one counts as unset.
-    if (std::string data = environment("XDG_DATA_HOME"); data.starts_with('/')) return data;
+    if (const std::string data = environment("XDG_DATA_HOME"); data.starts_with('/')) return data;
     const std::string user = environment("HOME");
     if (user.empty()) {
         throw Fault("no home is named: set TANDRIL_HOME to the folder to work in");
