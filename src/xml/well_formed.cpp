@@ -7,235 +7,50 @@
 #include <vector>
 
 #include "xml/characters.h"
+#include "xml/cursor.h"
 
 namespace tandril::xml {
 namespace {
 
-// Classes of bytes, so that the long runs of ordinary text are passed over with one look each.
-enum ByteClass : unsigned char {
-    Plain,      // an ASCII character without meaning in text
-    Special,    // means something in text or in an attribute value
-    Illegal,    // a control character
-    MultiByte,  // part of a character beyond ASCII
-};
-
-constexpr std::array<ByteClass, 256> makeTextClasses() {
-    std::array<ByteClass, 256> classes{};
-    for (std::size_t i = 0; i < classes.size(); ++i) {
-        classes[i] = i >= 0x80 ? MultiByte : (i < 0x20 ? Illegal : Plain);
-    }
-    for (const unsigned char blank : {'\t', '\n', '\r'}) {
-        classes[blank] = Plain;
-    }
-    for (const unsigned char special : {'<', '&', ']', '"', '\''}) {
-        classes[special] = Special;
-    }
-    return classes;
-}
-
-constexpr std::array<ByteClass, 256> makeNameClasses() {
-    std::array<ByteClass, 256> classes{};
-    for (std::size_t i = 0; i < classes.size(); ++i) {
-        const bool letter = (i >= 'A' && i <= 'Z') || (i >= 'a' && i <= 'z');
-        const bool other = (i >= '0' && i <= '9') || i == '_' || i == ':' || i == '-' || i == '.';
-        classes[i] = i >= 0x80 ? MultiByte : (letter || other ? Plain : Special);
-    }
-    return classes;
-}
-
-constexpr std::array<ByteClass, 256> textClasses = makeTextClasses();
-constexpr std::array<ByteClass, 256> nameClasses = makeNameClasses();
-
-// Thrown to end the check; never leaves this file.
-struct Stop {
-    Problem problem;
-};
-
+// Walks over a document and stops at the first thing that a document may not have.
 class Scanner {
   public:
-    Scanner(std::string_view text, Facts& facts) : text_(text), facts_(facts) {}
+    Scanner(std::string_view text, Facts& facts) : cursor_(text), facts_(facts) {}
 
     void document() {
-        declaration();
+        facts_.declaration = scanDeclaration(cursor_);
         prolog();
         content();
         epilog();
     }
 
-    void declaration() {
-        if (!startsWith("<?xml") || position_ + 5 >= text_.size() ||
-            !isBlank(text_[position_ + 5])) {
-            return;
-        }
-        position_ += 5;
-        Declaration& found = facts_.declaration;
-        found.present = true;
-        found.version = pseudoAttribute("version", true);
-        requireVersion(found.version);
-        found.encoding = pseudoAttribute("encoding", false);
-        found.standalone = pseudoAttribute("standalone", false);
-        if (!found.standalone.empty() && found.standalone != "yes" && found.standalone != "no") {
-            fail("standalone is neither yes nor no");
-        }
-        skipBlanks();
-        require("?>", "the declaration is not closed");
-        found.end = position_;
-    }
-
   private:
-    [[noreturn]] void fail(std::string reason) const {
-        throw Stop{Problem{std::min(position_, text_.size()), std::move(reason)}};
-    }
-
-    bool atEnd() const { return position_ >= text_.size(); }
-    char current() const { return text_[position_]; }
-    unsigned char currentByte() const { return static_cast<unsigned char>(text_[position_]); }
-    bool startsWith(std::string_view token) const {
-        return text_.compare(position_, token.size(), token) == 0;
-    }
-
-    void require(std::string_view token, const char* reason) {
-        if (!startsWith(token)) {
-            fail(reason);
-        }
-        position_ += token.size();
-    }
-
-    bool skipBlanks() {
-        const std::size_t start = position_;
-        while (!atEnd() && isBlank(current())) {
-            ++position_;
-        }
-        return position_ != start;
-    }
-
-    char32_t legalCharacter() {
-        const Decoded decoded = decodeUtf8(text_.substr(position_));
-        if (decoded.length == 0) {
-            fail("a byte is not UTF-8");
-        }
-        if (!isLegal(decoded.character)) {
-            fail("a character is not allowed");
-        }
-        position_ += decoded.length;
-        return decoded.character;
-    }
-
-    std::string_view name() {
-        const std::size_t start = position_;
-        if (atEnd() || !isNameStart(decodeUtf8(text_.substr(position_)).character)) {
-            fail("a name is expected");
-        }
-        while (!atEnd()) {
-            const ByteClass kind = nameClasses[currentByte()];
-            if (kind == Plain) {
-                ++position_;
-            } else if (kind == MultiByte) {
-                const Decoded decoded = decodeUtf8(text_.substr(position_));
-                if (decoded.length == 0) {
-                    fail("a byte is not UTF-8");
-                }
-                if (!isNameCharacter(decoded.character)) {
-                    break;
-                }
-                position_ += decoded.length;
-            } else {
-                break;
-            }
-        }
-        return text_.substr(start, position_ - start);
-    }
-
-    std::string_view quoted() {
-        if (atEnd() || (current() != '"' && current() != '\'')) {
-            fail("a quoted value is expected");
-        }
-        const char quote = current();
-        const std::size_t start = ++position_;
-        const std::size_t end = text_.find(quote, start);
-        if (end == std::string_view::npos) {
-            fail("a quoted value is not closed");
-        }
-        position_ = end + 1;
-        return text_.substr(start, end - start);
-    }
-
-    // One of version, encoding and standalone in the declaration; "" when it is not there.
-    std::string_view pseudoAttribute(std::string_view which, bool required) {
-        const std::size_t start = position_;
-        const bool separated = skipBlanks();
-        if (!startsWith(which)) {
-            if (required) {
-                fail("the declaration has no version");
-            }
-            position_ = start;
-            return {};
-        }
-        if (!separated) {
-            fail("a blank is missing in the declaration");
-        }
-        position_ += which.size();
-        skipBlanks();
-        require("=", "an equals sign is missing in the declaration");
-        skipBlanks();
-        const std::string_view value = quoted();
-        if (value.empty()) {
-            fail("a value in the declaration is empty");
-        }
-        if (which == "encoding") {
-            requireEncodingName(value);
-        }
-        return value;
-    }
-
-    void requireVersion(std::string_view version) const {
-        const bool wellShaped = version.size() >= 3 && version.substr(0, 2) == "1." &&
-                                std::all_of(version.begin() + 2, version.end(),
-                                            [](char c) { return c >= '0' && c <= '9'; });
-        if (!wellShaped) {
-            fail("the version is not supported");
-        }
-    }
-
-    void requireEncodingName(std::string_view value) const {
-        const auto isLetter = [](char c) {
-            return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-        };
-        const bool wellShaped =
-            isLetter(value.front()) && std::all_of(value.begin(), value.end(), [&](char c) {
-                return isLetter(c) || (c >= '0' && c <= '9') || c == '.' || c == '_' || c == '-';
-            });
-        if (!wellShaped) {
-            fail("the encoding has no proper name");
-        }
-    }
-
     void prolog() {
         miscellaneous();
-        if (atEnd()) {
-            fail("there is no root element");
+        if (cursor_.atEnd()) {
+            cursor_.fail("there is no root element");
         }
-        if (current() != '<') {
-            fail("there is text beside the root element");
+        if (cursor_.current() != '<') {
+            cursor_.fail("there is text beside the root element");
         }
-        if (startsWith("<!DOCTYPE")) {
-            fail("a document type declaration is not accepted");
+        if (cursor_.startsWith("<!DOCTYPE")) {
+            cursor_.fail("a document type declaration is not accepted");
         }
     }
 
     void epilog() {
         miscellaneous();
-        if (!atEnd()) {
-            fail("there is something behind the root element");
+        if (!cursor_.atEnd()) {
+            cursor_.fail("there is something behind the root element");
         }
     }
 
     void miscellaneous() {
         while (true) {
-            skipBlanks();
-            if (startsWith("<!--")) {
+            cursor_.skipBlanks();
+            if (cursor_.startsWith("<!--")) {
                 comment();
-            } else if (startsWith("<?")) {
+            } else if (cursor_.startsWith("<?")) {
                 instruction();
             } else {
                 return;
@@ -248,18 +63,18 @@ class Scanner {
         startTag();
         while (!open_.empty()) {
             characterData();
-            if (atEnd()) {
-                fail("an element is not closed");
+            if (cursor_.atEnd()) {
+                cursor_.fail("an element is not closed");
             }
-            if (startsWith("</")) {
+            if (cursor_.startsWith("</")) {
                 endTag();
-            } else if (startsWith("<!--")) {
+            } else if (cursor_.startsWith("<!--")) {
                 facts_.hasInnerMarkup = true;
                 comment();
-            } else if (startsWith("<![CDATA[")) {
+            } else if (cursor_.startsWith("<![CDATA[")) {
                 facts_.hasInnerMarkup = true;
                 cdata();
-            } else if (startsWith("<?")) {
+            } else if (cursor_.startsWith("<?")) {
                 facts_.hasInnerMarkup = true;
                 instruction();
             } else {
@@ -270,18 +85,18 @@ class Scanner {
 
     // Text and references up to the next "<" or the end.
     void characterData() {
-        while (!atEnd()) {
-            switch (textClasses[currentByte()]) {
+        while (!cursor_.atEnd()) {
+            switch (textClasses[cursor_.currentByte()]) {
                 case Plain:
-                    ++position_;
+                    cursor_.advance(1);
                     break;
                 case MultiByte:
-                    legalCharacter();
+                    cursor_.legalCharacter();
                     break;
                 case Illegal:
-                    fail("a character is not allowed");
+                    cursor_.fail("a character is not allowed");
                 case Special:
-                    if (current() == '<') {
+                    if (cursor_.current() == '<') {
                         return;
                     }
                     specialInText();
@@ -291,53 +106,53 @@ class Scanner {
     }
 
     void specialInText() {
-        if (current() == '&') {
+        if (cursor_.current() == '&') {
             reference();
             return;
         }
-        if (startsWith("]]>")) {
-            fail("\"]]>\" stands in text");
+        if (cursor_.startsWith("]]>")) {
+            cursor_.fail("\"]]>\" stands in text");
         }
-        ++position_;
+        cursor_.advance(1);
     }
 
     void reference() {
-        ++position_;
-        if (!atEnd() && current() == '#') {
-            ++position_;
+        cursor_.advance(1);
+        if (!cursor_.atEnd() && cursor_.current() == '#') {
+            cursor_.advance(1);
             characterReference();
             return;
         }
         static constexpr std::array<std::string_view, 5> known{"amp;", "lt;", "gt;", "quot;",
                                                                "apos;"};
         for (const std::string_view entity : known) {
-            if (startsWith(entity)) {
-                position_ += entity.size();
+            if (cursor_.startsWith(entity)) {
+                cursor_.advance(entity.size());
                 return;
             }
         }
-        fail("an entity is not known");
+        cursor_.fail("an entity is not known");
     }
 
     void characterReference() {
-        const bool hexadecimal = !atEnd() && current() == 'x';
+        const bool hexadecimal = !cursor_.atEnd() && cursor_.current() == 'x';
         if (hexadecimal) {
-            ++position_;
+            cursor_.advance(1);
         }
-        const std::size_t start = position_;
+        const std::size_t start = cursor_.position();
         char32_t character = 0;
-        while (!atEnd() && current() != ';') {
-            const int digit = digitOf(current(), hexadecimal);
+        while (!cursor_.atEnd() && cursor_.current() != ';') {
+            const int digit = digitOf(cursor_.current(), hexadecimal);
             if (digit < 0 || character > 0x10FFFF) {
-                fail("a character reference is malformed");
+                cursor_.fail("a character reference is malformed");
             }
             character = character * (hexadecimal ? 16U : 10U) + static_cast<char32_t>(digit);
-            ++position_;
+            cursor_.advance(1);
         }
-        if (atEnd() || position_ == start || !isLegal(character)) {
-            fail("a character reference is malformed");
+        if (cursor_.atEnd() || cursor_.position() == start || !isLegal(character)) {
+            cursor_.fail("a character reference is malformed");
         }
-        ++position_;
+        cursor_.advance(1);
     }
 
     static int digitOf(char c, bool hexadecimal) {
@@ -354,42 +169,42 @@ class Scanner {
     }
 
     void startTag() {
-        require("<", "an element is expected");
-        const std::string_view tag = name();
+        cursor_.require("<", "an element is expected");
+        const std::string_view tag = cursor_.name();
         attributes_.clear();
         while (true) {
-            const bool separated = skipBlanks();
-            if (atEnd()) {
-                fail("a tag is not closed");
+            const bool separated = cursor_.skipBlanks();
+            if (cursor_.atEnd()) {
+                cursor_.fail("a tag is not closed");
             }
-            if (current() == '>') {
-                ++position_;
+            if (cursor_.current() == '>') {
+                cursor_.advance(1);
                 if (open_.size() >= maximumDepth) {
-                    fail("elements are nested too deeply");
+                    cursor_.fail("elements are nested too deeply");
                 }
                 open_.push_back(tag);
                 return;
             }
-            if (current() == '/') {
-                require("/>", "a tag is not closed");
+            if (cursor_.current() == '/') {
+                cursor_.require("/>", "a tag is not closed");
                 return;
             }
             if (!separated) {
-                fail("a blank is missing before an attribute");
+                cursor_.fail("a blank is missing before an attribute");
             }
             attribute();
         }
     }
 
     void attribute() {
-        const std::string_view key = name();
+        const std::string_view key = cursor_.name();
         if (isRepeated(key)) {
-            fail("an attribute occurs twice");
+            cursor_.fail("an attribute occurs twice");
         }
         attributes_.push_back(key);
-        skipBlanks();
-        require("=", "an attribute has no value");
-        skipBlanks();
+        cursor_.skipBlanks();
+        cursor_.require("=", "an attribute has no value");
+        cursor_.skipBlanks();
         attributeValue();
     }
 
@@ -406,91 +221,91 @@ class Scanner {
     }
 
     void attributeValue() {
-        if (atEnd() || (current() != '"' && current() != '\'')) {
-            fail("an attribute value is not quoted");
+        if (cursor_.atEnd() || (cursor_.current() != '"' && cursor_.current() != '\'')) {
+            cursor_.fail("an attribute value is not quoted");
         }
-        const char quote = current();
-        ++position_;
-        while (!atEnd()) {
-            switch (textClasses[currentByte()]) {
+        const char quote = cursor_.current();
+        cursor_.advance(1);
+        while (!cursor_.atEnd()) {
+            switch (textClasses[cursor_.currentByte()]) {
                 case Plain:
-                    ++position_;
+                    cursor_.advance(1);
                     break;
                 case MultiByte:
-                    legalCharacter();
+                    cursor_.legalCharacter();
                     break;
                 case Illegal:
-                    fail("a character is not allowed");
+                    cursor_.fail("a character is not allowed");
                 case Special:
-                    if (current() == quote) {
-                        ++position_;
+                    if (cursor_.current() == quote) {
+                        cursor_.advance(1);
                         return;
                     }
                     specialInValue();
                     break;
             }
         }
-        fail("an attribute value is not closed");
+        cursor_.fail("an attribute value is not closed");
     }
 
     void specialInValue() {
-        if (current() == '<') {
-            fail("\"<\" stands in an attribute value");
+        if (cursor_.current() == '<') {
+            cursor_.fail("\"<\" stands in an attribute value");
         }
-        if (current() == '&') {
+        if (cursor_.current() == '&') {
             reference();
             return;
         }
-        ++position_;
+        cursor_.advance(1);
     }
 
     void endTag() {
-        position_ += 2;
+        cursor_.advance(2);
         const std::string_view& tag = open_.back();
-        if (!startsWith(tag)) {
-            fail("a closing tag does not match");
+        if (!cursor_.startsWith(tag)) {
+            cursor_.fail("a closing tag does not match");
         }
-        position_ += tag.size();
-        skipBlanks();
-        require(">", "a closing tag does not match");
+        cursor_.advance(tag.size());
+        cursor_.skipBlanks();
+        cursor_.require(">", "a closing tag does not match");
         open_.pop_back();
     }
 
     void comment() {
-        position_ += 4;
-        const std::size_t end = text_.find("--", position_);
+        cursor_.advance(4);
+        const std::size_t end = cursor_.find("--");
         if (end == std::string_view::npos) {
-            fail("a comment is not closed");
+            cursor_.fail("a comment is not closed");
         }
-        legalUntil(end);
-        require("-->", "\"--\" stands in a comment");
+        cursor_.legalUntil(end);
+        cursor_.require("-->", "\"--\" stands in a comment");
     }
 
     void cdata() {
-        position_ += 9;
-        const std::size_t end = text_.find("]]>", position_);
+        cursor_.advance(9);
+        const std::size_t end = cursor_.find("]]>");
         if (end == std::string_view::npos) {
-            fail("a CDATA section is not closed");
+            cursor_.fail("a CDATA section is not closed");
         }
-        legalUntil(end);
-        position_ += 3;
+        cursor_.legalUntil(end);
+        cursor_.advance(3);
     }
 
     void instruction() {
-        position_ += 2;
-        const std::string_view target = name();
+        cursor_.advance(2);
+        const std::string_view target = cursor_.name();
         if (isReservedTarget(target)) {
-            fail("a processing instruction is named xml");
+            cursor_.fail("a processing instruction is named xml");
         }
-        const std::size_t end = text_.find("?>", position_);
+        const std::size_t end = cursor_.find("?>");
         if (end == std::string_view::npos) {
-            fail("a processing instruction is not closed");
+            cursor_.fail("a processing instruction is not closed");
         }
-        if (position_ != end && !isBlank(current())) {
-            fail("a blank is missing in a processing instruction");
+        if (cursor_.position() != end && !isBlank(cursor_.current())) {
+            cursor_.fail("a blank is missing in a processing instruction");
         }
-        legalUntil(end);
-        position_ += 2;
+        cursor_.legalUntil(end);
+        cursor_.advance(2);
     }
 
     static bool isReservedTarget(std::string_view target) {
@@ -499,25 +314,8 @@ class Scanner {
                lower(target[2]) == 'l';
     }
 
-    void legalUntil(std::size_t end) {
-        while (position_ < end) {
-            switch (textClasses[currentByte()]) {
-                case Plain:
-                case Special:
-                    ++position_;
-                    break;
-                case MultiByte:
-                    legalCharacter();
-                    break;
-                case Illegal:
-                    fail("a character is not allowed");
-            }
-        }
-    }
-
-    std::string_view text_;
+    Cursor cursor_;
     Facts& facts_;
-    std::size_t position_ = 0;
     std::vector<std::string_view> open_;        // names of the elements around the position
     std::vector<std::string_view> attributes_;  // of the tag being read
     std::unordered_set<std::string_view> attributeSet_;  // the same, when there are many
@@ -533,16 +331,6 @@ std::optional<Problem> checkWellFormed(std::string_view text, Facts& facts) {
         return stop.problem;
     }
     return std::nullopt;
-}
-
-std::optional<Declaration> readDeclaration(std::string_view text) {
-    Facts facts;
-    try {
-        Scanner(text, facts).declaration();
-    } catch (const Stop&) {
-        return std::nullopt;
-    }
-    return facts.declaration.present ? std::optional(facts.declaration) : std::nullopt;
 }
 
 }  // namespace tandril::xml

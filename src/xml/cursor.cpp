@@ -1,0 +1,93 @@
+#include "xml/cursor.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "xml/characters.h"
+
+namespace tandril::xml {
+
+void Cursor::fail(std::string reason) const {
+    throw Stop{Problem{std::min(position_, text_.size()), std::move(reason)}};
+}
+
+void Cursor::require(std::string_view token, const char* reason) {
+    if (!startsWith(token)) {
+        fail(reason);
+    }
+    position_ += token.size();
+}
+
+bool Cursor::skipBlanks() {
+    const std::size_t start = position_;
+    while (!atEnd() && isBlank(current())) {
+        ++position_;
+    }
+    return position_ != start;
+}
+
+void Cursor::legalCharacter() {
+    const Decoded decoded = decodeUtf8(text_.substr(position_));
+    if (decoded.length == 0) {
+        fail("a byte is not UTF-8");
+    }
+    if (!isLegal(decoded.character)) {
+        fail("a character is not allowed");
+    }
+    position_ += decoded.length;
+}
+
+void Cursor::legalUntil(std::size_t end) {
+    while (position_ < end) {
+        switch (textClasses[currentByte()]) {
+            case Plain:
+            case Special:
+                ++position_;
+                break;
+            case MultiByte:
+                legalCharacter();
+                break;
+            case Illegal:
+                fail("a character is not allowed");
+        }
+    }
+}
+
+std::string_view Cursor::name() {
+    const std::size_t start = position_;
+    if (atEnd() || !isNameStart(decodeUtf8(text_.substr(position_)).character)) {
+        fail("a name is expected");
+    }
+    while (!atEnd()) {
+        const ByteClass kind = nameClasses[currentByte()];
+        if (kind == Plain) {
+            ++position_;
+            continue;
+        }
+        const Decoded decoded = decodeUtf8(text_.substr(position_));
+        if (decoded.length == 0) {
+            fail("a byte is not UTF-8");
+        }
+        if (kind != MultiByte || !isNameCharacter(decoded.character)) {
+            break;
+        }
+        position_ += decoded.length;
+    }
+    return from(start);
+}
+
+std::string_view Cursor::quoted() {
+    if (atEnd() || (current() != '"' && current() != '\'')) {
+        fail("a quoted value is expected");
+    }
+    const char quote = current();
+    const std::size_t start = ++position_;
+    const std::size_t end = text_.find(quote, start);
+    if (end == std::string_view::npos) {
+        fail("a quoted value is not closed");
+    }
+    position_ = end + 1;
+    return text_.substr(start, end - start);
+}
+
+}  // namespace tandril::xml
