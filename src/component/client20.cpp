@@ -1,6 +1,11 @@
 #include "component/client20.h"
 
+#include "component/call.h"
+#include "component/environment.h"
+#include "component/form_calls.h"
+#include "component/list_calls.h"
 #include "component/module.h"
+#include "component/paths.h"
 #include "platform/fault.h"
 
 namespace tandril {
@@ -10,26 +15,65 @@ namespace {
     throw Fault(std::string(method) + " is not available yet");
 }
 
-}  // namespace
-
-Variant Client20::Initialize() {
-    notAvailableYet("Initialize");
+// How the page says that it opens a record to correct an error of the upload.
+bool correctsError(std::int16_t argument) {
+    return argument == 1;
 }
 
-Variant Client20::SaveWebPage(const std::string&) {
-    notAvailableYet("SaveWebPage");
+}  // namespace
+
+// A method that leaves the error text alone and returns an empty variant.
+template <class Body>
+Variant Client20::runEmpty(Body body) {
+    return run(module_, ErrorAtEntry::Kept, "", [&](Call& call) {
+        body(call);
+        return Variant();
+    });
+}
+
+// A method that shows a form or a part of one.
+template <class Body>
+std::string Client20::showForm(Body body) {
+    return run(module_, ErrorAtEntry::Reset, "", body);
+}
+
+std::string Client20::showRecords(std::string_view action, views::RecordList list) {
+    return run(module_, ErrorAtEntry::Reset, action,
+               [&](Call& call) { return lists::records(call, list); });
+}
+
+std::string Client20::showCostLines(views::Lines lines, std::string_view costType,
+                                    std::string_view order, std::string_view activity) {
+    return run(module_, ErrorAtEntry::Reset, "List Cost Lines", [&](Call& call) {
+        return lists::costLines(call, lines, costType, order, activity);
+    });
+}
+
+std::string Client20::showHourRegistrations(views::Lines lines) {
+    return run(module_, ErrorAtEntry::Reset, "List Cost Lines",
+               [&](Call& call) { return lists::hourRegistrations(call, lines); });
+}
+
+Variant Client20::Initialize() {
+    return run(module_, ErrorAtEntry::Kept, "",
+               [](Call& call) { return Variant{environment::initialize(call)}; });
+}
+
+Variant Client20::SaveWebPage(const std::string& iHtml) {
+    return run(module_, ErrorAtEntry::Kept, "Save Web Page",
+               [&](Call& call) { return environment::saveWebPage(call, iHtml); });
 }
 
 std::string Client20::MyActivities(const std::string&) {
-    notAvailableYet("MyActivities");
+    return showRecords("My Activities", views::RecordList::MyActivities);
 }
 
 std::string Client20::completedAgenda() {
-    notAvailableYet("completedAgenda");
+    return showRecords("My Activities", views::RecordList::CompletedAgenda);
 }
 
 std::string Client20::canceledAgenda() {
-    notAvailableYet("canceledAgenda");
+    return showRecords("My Activities", views::RecordList::CanceledAgenda);
 }
 
 std::string Client20::DownloadXml(const std::string&) {
@@ -44,13 +88,19 @@ std::string Client20::AddXml(const std::string&) {
     notAvailableYet("AddXml");
 }
 
-std::string Client20::GetDetails(const std::string&, const std::string&, const std::string&,
-                                 const std::string&, const std::string&, std::int16_t) {
-    notAvailableYet("GetDetails");
+std::string Client20::GetDetails(const std::string& iObject, const std::string& iOrno,
+                                 const std::string& iAcln, const std::string& iLine,
+                                 const std::string&, std::int16_t iError) {
+    return showForm([&](Call& call) {
+        return form_calls::details(call, iObject, {iOrno, iAcln, iLine}, correctsError(iError));
+    });
 }
 
-std::string Client20::CreateForm(const std::string&, const std::string&, const std::string&) {
-    notAvailableYet("CreateForm");
+std::string Client20::CreateForm(const std::string& iObject, const std::string& iOrno,
+                                 const std::string& iAcln) {
+    return showForm([&](Call& call) {
+        return form_calls::creation(call, iObject, {iOrno, iAcln, ""});
+    });
 }
 
 std::string Client20::CreateXMLStringForUpdate() {
@@ -69,8 +119,9 @@ std::string Client20::ShowErrorList() {
     notAvailableYet("ShowErrorList");
 }
 
-std::string Client20::ListCostLines(const std::string&, const std::string&, const std::string&) {
-    notAvailableYet("ListCostLines");
+std::string Client20::ListCostLines(const std::string& iCostType, const std::string& iorder,
+                                    const std::string& iActivity) {
+    return showCostLines(views::Lines::OfActivity, iCostType, iorder, iActivity);
 }
 
 Variant Client20::deleteNode(const Variant&, const Variant&, const Variant&, const Variant&) {
@@ -78,43 +129,44 @@ Variant Client20::deleteNode(const Variant&, const Variant&, const Variant&, con
 }
 
 std::string Client20::ListOrders() {
-    notAvailableYet("ListOrders");
+    return showRecords("List Orders", views::RecordList::Orders);
 }
 
 std::string Client20::Get_Error() {
-    notAvailableYet("Get_Error");
+    return run(module_, ErrorAtEntry::Kept, "", [](Call& call) { return call.error(); });
 }
 
-Variant Client20::SetCurrentmdb(std::string&) {
-    notAvailableYet("SetCurrentmdb");
+Variant Client20::SetCurrentmdb(std::string& iFName) {
+    return runEmpty([&](Call& call) { call.settings().setCurrentDatabase(iFName); });
 }
 
-std::string Client20::GetVariable(const std::string&) {
-    notAvailableYet("GetVariable");
+std::string Client20::GetVariable(const std::string& iVar) {
+    return run(module_, ErrorAtEntry::Kept, "",
+               [&](Call& call) { return environment::variable(call, iVar); });
 }
 
-Variant Client20::SetODBCDataBase(std::string&) {
-    notAvailableYet("SetODBCDataBase");
+Variant Client20::SetODBCDataBase(std::string& iName) {
+    return runEmpty([&](Call& call) { environment::setDataSourceFile(call, iName); });
 }
 
 Variant Client20::RegisterDownloadPath() {
-    notAvailableYet("RegisterDownloadPath");
+    return runEmpty([](Call& call) { call.settings().setDownloadFolder(paths::masterDataFolder); });
 }
 
 bool Client20::LocalXmlExists() {
-    notAvailableYet("LocalXmlExists");
+    return module_.machine.files.fileExists(paths::store);
 }
 
 bool Client20::FMapperXMLExists() {
-    notAvailableYet("FMapperXMLExists");
+    return module_.machine.files.fileExists(paths::fieldMapper);
 }
 
-Variant Client20::getFMapper(const std::string&, const std::string&) {
-    notAvailableYet("getFMapper");
+Variant Client20::getFMapper(const std::string& iXML, const std::string& iOverwrite) {
+    return runEmpty([&](Call& call) { environment::storeFieldMapper(call, iXML, iOverwrite); });
 }
 
-Variant Client20::Set_Mode(const std::string&) {
-    notAvailableYet("Set_Mode");
+Variant Client20::Set_Mode(const std::string& iMode) {
+    return runEmpty([&](Call& call) { call.settings().setMode(iMode); });
 }
 
 std::string Client20::HyperLinkAndZoom(std::int16_t, const std::string&, const std::string&,
@@ -139,27 +191,31 @@ Variant Client20::ExplodeZip(const std::string&) {
 }
 
 std::string Client20::CreateMaterialForm() {
-    notAvailableYet("CreateMaterialForm");
+    return showForm([](Call& call) { return form_calls::newMaterialLine(call); });
 }
 
-std::string Client20::BuildCostLines(const std::string&, const std::string&, const std::string&) {
-    notAvailableYet("BuildCostLines");
+std::string Client20::BuildCostLines(const std::string& icType, const std::string& iOrno,
+                                     const std::string& iAcln) {
+    return run(module_, ErrorAtEntry::Reset, "",
+               [&](Call& call) { return lists::activityCostLines(call, icType, iOrno, iAcln); });
 }
 
-std::string Client20::CostLinesHeader(const std::string&, const std::string&) {
-    notAvailableYet("CostLinesHeader");
+std::string Client20::CostLinesHeader(const std::string& iOrno, const std::string& iAcln) {
+    return run(module_, ErrorAtEntry::Reset, "",
+               [&](Call& call) { return lists::costLinesHeader(call, iOrno, iAcln); });
 }
 
-std::string Client20::NewObject(const std::string&, const std::string&, const std::string&) {
-    notAvailableYet("NewObject");
+std::string Client20::NewObject(const std::string& iObject, const std::string&,
+                                const std::string&) {
+    return showForm([&](Call& call) { return form_calls::newActivity(call, iObject); });
 }
 
 std::string Client20::CreateOrderDropDown() {
-    notAvailableYet("CreateOrderDropDown");
+    return showForm([](Call& call) { return form_calls::orderOptions(call); });
 }
 
-std::string Client20::CreateActivityDropDown(const std::string&) {
-    notAvailableYet("CreateActivityDropDown");
+std::string Client20::CreateActivityDropDown(const std::string& iorder) {
+    return showForm([&](Call& call) { return form_calls::activityOptions(call, iorder); });
 }
 
 std::string Client20::SaveHra(const std::string&) {
@@ -174,8 +230,8 @@ Variant Client20::deleteCompletedOrders(const std::string&) {
     notAvailableYet("deleteCompletedOrders");
 }
 
-std::string Client20::GetI18NString(const std::string&) {
-    notAvailableYet("GetI18NString");
+std::string Client20::GetI18NString(const std::string& label) {
+    return run(module_, ErrorAtEntry::Kept, "", [&](Call& call) { return call.label(label); });
 }
 
 std::string Client20::Synchronize_MasterData(const std::string&) {
@@ -183,60 +239,65 @@ std::string Client20::Synchronize_MasterData(const std::string&) {
 }
 
 std::string Client20::CreateFormforHra(const std::string&, const std::string&, const std::string&) {
-    notAvailableYet("CreateFormforHra");
+    return showForm([](Call& call) { return form_calls::newRegistration(call); });
 }
 
 std::string Client20::ListHRALines(const std::string&, const std::string&, const std::string&) {
-    notAvailableYet("ListHRALines");
+    return showHourRegistrations(views::Lines::OfActivity);
 }
 
-std::string Client20::GetDetailsForHRA(const std::string&, const std::string&, const std::string&,
-                                       const std::string&, const std::string&, std::int16_t) {
-    notAvailableYet("GetDetailsForHRA");
+std::string Client20::GetDetailsForHRA(const std::string&, const std::string& iOrno,
+                                       const std::string& iAcln, const std::string& iLine,
+                                       const std::string&, std::int16_t iError) {
+    return showForm([&](Call& call) {
+        return form_calls::registrationDetails(call, {iOrno, iAcln, iLine}, correctsError(iError));
+    });
 }
 
-std::string Client20::getColumnHeadingsForHRA(std::int16_t&, const std::string&) {
-    notAvailableYet("getColumnHeadingsForHRA");
+std::string Client20::getColumnHeadingsForHRA(std::int16_t& iCols, const std::string& iBoiTag) {
+    return showForm(
+        [&](Call& call) { return form_calls::registrationHeadings(call, iCols, iBoiTag); });
 }
 
-Variant Client20::GetMailContent(const std::string&) {
-    notAvailableYet("GetMailContent");
+Variant Client20::GetMailContent(const std::string& iWhat) {
+    return run(module_, ErrorAtEntry::Kept, "",
+               [&](Call& call) { return environment::mailContent(call, iWhat); });
 }
 
 Variant Client20::SetHomePage() {
-    notAvailableYet("SetHomePage");
+    return runEmpty([](Call& call) { call.settings().setStartPage(paths::page); });
 }
 
 std::string Client20::ViewOrders_W() {
-    notAvailableYet("ViewOrders_W");
+    return showRecords("List Orders", views::RecordList::WorkingOrders);
 }
 
 std::string Client20::ViewOrders_SI() {
-    notAvailableYet("ViewOrders_SI");
+    return showRecords("List Orders", views::RecordList::SentOrders);
 }
 
 std::string Client20::ViewActivities_W() {
-    notAvailableYet("ViewActivities_W");
+    return showRecords("My Activities", views::RecordList::WorkingActivities);
 }
 
 std::string Client20::ViewActivities_SI() {
-    notAvailableYet("ViewActivities_SI");
+    return showRecords("My Activities", views::RecordList::SentActivities);
 }
 
-std::string Client20::ViewCostLines_W(const std::string&) {
-    notAvailableYet("ViewCostLines_W");
+std::string Client20::ViewCostLines_W(const std::string& iCostType) {
+    return showCostLines(views::Lines::Working, iCostType, "", "");
 }
 
-std::string Client20::ViewCostLines_SI(const std::string&) {
-    notAvailableYet("ViewCostLines_SI");
+std::string Client20::ViewCostLines_SI(const std::string& iCostType) {
+    return showCostLines(views::Lines::Sent, iCostType, "", "");
 }
 
 std::string Client20::ViewHra_W() {
-    notAvailableYet("ViewHra_W");
+    return showHourRegistrations(views::Lines::Working);
 }
 
 std::string Client20::ViewHra_SI() {
-    notAvailableYet("ViewHra_SI");
+    return showHourRegistrations(views::Lines::Sent);
 }
 
 Variant Client20::CompleteOrder() {

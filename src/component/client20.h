@@ -3,10 +3,16 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
+
+namespace tandril::views {
+enum class Lines;
+enum class RecordList;
+}  // namespace tandril::views
 
 namespace tandril {
 
-class Module;
+struct Module;
 
 // A value of the variant kind: empty, or a text. The component hands out and takes no others.
 struct Variant {
@@ -102,6 +108,15 @@ class Client20 {
     Variant CompleteOrder();
 
   private:
+    template <class Body>
+    Variant runEmpty(Body body);
+    template <class Body>
+    std::string showForm(Body body);
+    std::string showRecords(std::string_view action, views::RecordList list);
+    std::string showCostLines(views::Lines lines, std::string_view costType, std::string_view order,
+                              std::string_view activity);
+    std::string showHourRegistrations(views::Lines lines);
+
     Module& module_;
 };
 

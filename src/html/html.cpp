@@ -18,6 +18,19 @@ std::string titleButton(std::string_view function, std::string_view panel, std::
 
 }  // namespace
 
+std::string joined(std::initializer_list<std::string_view> parts) {
+    std::size_t size = 0;
+    for (const std::string_view part : parts) {
+        size += part.size();
+    }
+    std::string text;
+    text.reserve(size);
+    for (const std::string_view part : parts) {
+        text += part;
+    }
+    return text;
+}
+
 std::string quoted(std::string_view value) {
     std::string text;
     text.reserve(value.size() + 2);

@@ -10,6 +10,9 @@
 // in the constants of the module that needs them.
 namespace tandril::html {
 
+// The parts, one behind the other.
+std::string joined(std::initializer_list<std::string_view> parts);
+
 // The value in double-quote characters.
 std::string quoted(std::string_view value);
 

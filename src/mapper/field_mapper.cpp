@@ -61,6 +61,10 @@ FieldMapper::FieldMapper(xml::Document document) : document_(std::move(document)
     }
 }
 
+FieldMapper FieldMapper::blank() {
+    return FieldMapper(*xml::Document::parse("<blank/>"));
+}
+
 void FieldMapper::index(xml::Node element) {
     sections_.try_emplace(element.name(), element);
     if (holdsEntries(element)) {

@@ -41,6 +41,9 @@ class FieldMapper {
   public:
     explicit FieldMapper(xml::Document document);
 
+    // A field mapper that knows nothing, for what is shown even without one.
+    static FieldMapper blank();
+
     // The properties of a field of a section. An unknown field is labelled by its own name and can
     // be modified.
     FieldProperties properties(std::string_view section, std::string_view field) const;

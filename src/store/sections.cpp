@@ -35,6 +35,10 @@ const CostType* costTypeWithWord(std::string_view word) {
     return findCostType([&](const CostType& type) { return type.word == word; });
 }
 
+const CostType* costTypeWithDigit(std::string_view digit) {
+    return findCostType([&](const CostType& type) { return type.digit == digit; });
+}
+
 const CostType* costTypeOf(Section section) {
     return findCostType([&](const CostType& type) { return type.section == section; });
 }

@@ -37,20 +37,22 @@ std::optional<Section> sectionNamed(std::string_view name);
 // The kinds of cost lines, with the words that the page and the server use for them.
 struct CostType {
     Section section;
-    std::string_view word;      // in lists and in the upload report
-    std::string_view pageWord;  // in deletions
-    std::string_view digit;     // in the drop-down of cost types
-    std::string_view kind;      // object kind, as `showdetails` takes it
+    std::string_view word;       // in lists and in the upload report
+    std::string_view pageWord;   // in deletions
+    std::string_view digit;      // in the drop-down of cost types
+    std::string_view kind;       // object kind, as `showdetails` takes it
+    std::string_view listTitle;  // message code of the title of its list
 };
 
 inline constexpr std::array costTypes{
-    CostType{Section::Material, "Material", "material", "1", "3"},
-    CostType{Section::Labour, "Labor", "labor", "2", "4"},
-    CostType{Section::Other, "Other", "other", "3", "5"},
+    CostType{Section::Material, "Material", "material", "1", "3", "SLBEU0297"},
+    CostType{Section::Labour, "Labor", "labor", "2", "4", "SLBEU0298"},
+    CostType{Section::Other, "Other", "other", "3", "5", "SLBEU0299"},
 };
 
-// The row of costTypes with that word, or for that section; null when there is none.
+// The row of costTypes with that word or digit, or for that section; null when there is none.
 const CostType* costTypeWithWord(std::string_view word);
+const CostType* costTypeWithDigit(std::string_view digit);
 const CostType* costTypeOf(Section section);
 
 // Status codes: the text of the first child of orders and activities.

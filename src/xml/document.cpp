@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/fault.h"
 #include "xml/characters.h"
 #include "xml/well_formed.h"
 #include "xml/writer.h"
@@ -137,7 +138,11 @@ std::optional<Document> load(const platform::FileSystem& files, std::string_view
     if (!files.fileExists(path)) {
         return std::nullopt;
     }
-    return Document::decode(files.read(path));
+    try {
+        return Document::decode(files.read(path));
+    } catch (const Fault&) {
+        return std::nullopt;
+    }
 }
 
 void save(const Document& document, platform::FileSystem& files, std::string_view path,

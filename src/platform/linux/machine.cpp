@@ -37,7 +37,7 @@ std::string environment(const char* name) {
 
 std::string dataFolder() {
     // By convention a relative one counts as unset.
-    if (const std::string data = environment("XDG_DATA_HOME"); data.starts_with('/')) return data;
+    if (std::string data = environment("XDG_DATA_HOME"); data.starts_with('/')) return data;
     const std::string user = environment("HOME");
     if (user.empty()) {
         throw Fault("no home is named: set TANDRIL_HOME to the folder to work in");

@@ -8,6 +8,8 @@ namespace {
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view kUtf16Mark = "\xFF\xFE";
 
+constexpr char32_t kReplacement = 0xFFFD;
+
 constexpr bool isHighSurrogate(char32_t unit) {
     return unit >= 0xD800 && unit <= 0xDBFF;
 }
@@ -51,7 +53,7 @@ void appendUtf8(std::string& out, char32_t value) {
         return;
     }
     const int extra = value < 0x800 ? 1 : value < 0x10000 ? 2 : 3;
-    const char32_t lead = (0xF00u >> extra) & 0xFFu;
+    const char32_t lead = (0xFF00u >> (extra + 1)) & 0xFFu;
     out += static_cast<char>(lead | (value >> (6 * extra)));
     for (int i = extra - 1; i >= 0; --i) {
         out += static_cast<char>(0x80 | ((value >> (6 * i)) & 0x3F));
@@ -124,6 +126,11 @@ std::string utf16FromUtf8(std::string_view text) {
     bytes.reserve(text.size() * 2);
     while (!text.empty()) {
         const std::size_t length = characterLength(text);
+        if (length == 0) {
+            appendUnit(bytes, kReplacement);
+            text.remove_prefix(1);
+            continue;
+        }
         const char32_t value = characterValue(text.substr(0, length));
         if (value >= 0x10000) {
             appendUnit(bytes, 0xD800 + ((value - 0x10000) >> 10));

@@ -24,7 +24,8 @@ DecodedText decodeText(std::string_view bytes, RegEncoding encoding);
 // The bytes, mark included, of well-formed UTF-8 text.
 std::string encodeText(std::string_view text, RegEncoding encoding);
 
-// UTF-16LE without a mark.
+// UTF-16LE without a mark. Nothing for UTF-16 that is not well-formed; a byte of UTF-8 that is not
+// becomes U+FFFD.
 std::optional<std::string> utf8FromUtf16(std::string_view bytes);
 std::string utf16FromUtf8(std::string_view text);
 

@@ -19,7 +19,7 @@ bool isAtOrBelow(std::string_view folded, std::string_view parent) {
 
 void requireUtf8(std::string_view what, std::string_view text) {
     if (!isUtf8(text)) {
-        throw Fault("cannot set a registry value: its " + std::string(what) + " is not UTF-8");
+        throw Fault("cannot change the registry: the " + std::string(what) + " is not UTF-8");
     }
 }
 
@@ -137,14 +137,17 @@ RegSection& RegText::addSection(const std::string& key) {
 }
 
 void RegText::addKey(std::string_view key) {
+    requireUtf8("name of a key", key);
     std::string spelled;
     for (std::size_t end = 0; end != std::string_view::npos;) {
         const std::size_t begin = end == 0 ? 0 : end + 1;
         end = key.find('\\', begin);
         const std::string_view part = key.substr(begin, end - begin);
-        if (part.empty())
+        if (part.empty()) {
             throw Fault("cannot create the registry key \"" + std::string(key) + "\"");
-        spelled = storedSpelling(spelled.empty() ? part : spelled + "\\" + std::string(part));
+        }
+        if (begin != 0) spelled += '\\';
+        spelled = storedSpelling(spelled.append(part));
         // The root itself is always there.
         if (begin != 0 && !hasKey(spelled)) addSection(spelled);
     }
@@ -152,7 +155,7 @@ void RegText::addKey(std::string_view key) {
 
 // Where a value is new it follows the last one of its key.
 RegLine& RegText::findOrAdd(std::string_view key, std::string_view name) {
-    requireUtf8("name", name);
+    requireUtf8("name of a value", name);
     if (RegLine* line = find(key, name)) return *line;
     const std::string folded = foldAscii(key);
     auto& sections = document_.sections;

@@ -1,0 +1,107 @@
+/* Starts the page: words, places, the component, the first run, the first view. */
+(function (root) {
+  'use strict';
+
+  var Tandril = root.Tandril = root.Tandril || {};
+  var dom = Tandril.dom;
+  var page = Tandril.page;
+  var text = function () { return Tandril.text.apply(null, arguments); };
+
+  function putTexts() {
+    var language = Tandril.chooseLanguage(root.navigator.languages || [root.navigator.language || 'en']);
+    document.documentElement.setAttribute('lang', language);
+    dom.each(document.querySelectorAll('[data-text]'), function (element) {
+      dom.append(dom.empty(element), text(element.getAttribute('data-text')));
+    });
+    dom.each(document.querySelectorAll('[data-label]'), function (element) {
+      element.setAttribute('aria-label', text(element.getAttribute('data-label')));
+    });
+    dom.append(document.getElementById('busy'), text('loading'));
+  }
+
+  function showMode() {
+    page.call('GetVariable', ['Mode'], function (mode) {
+      var place = dom.empty(document.getElementById('mode'));
+      place.setAttribute('data-mode', mode || '');
+      dom.append(place, mode === 'Offline' ? text('Offline') : text('Online'));
+    });
+  }
+
+  /* ---- first run ---- */
+
+  function fetchFrom(path, take, failed) {
+    Tandril.transport.enterprise('GET', path, null, function (reply) {
+      if (reply.ok) { take(reply.text); return; }
+      page.say(reply.status === 502 || reply.status === 503 || reply.status === 0 ? text('noServer')
+        : text('serverSaid', reply.status), 'bad');
+      failed();
+    });
+  }
+
+  /** Without a field mapper nothing can be shown, so it comes first. */
+  function fetchMapper(then, failed) {
+    page.call('FMapperXMLExists', [], function (exists) {
+      if (exists) { then(); return; }
+      fetchFrom('fieldmapper', function (xml) {
+        page.call('getFMapper', [xml, 'Yes'], then);
+      }, failed);
+    });
+  }
+
+  function fetchOrders(then, failed) {
+    fetchFrom('orders', function (xml) {
+      page.call('DownloadXml', [xml], function () {
+        page.lastError(function (error) {
+          page.say(error || text('firstRunDone'), error ? 'bad' : 'good');
+          then();
+        });
+      }, failed);
+    }, failed);
+  }
+
+  /** Fetches what a new computer lacks: the field mapper, and the orders when the store has none. */
+  function firstRun(then) {
+    fetchMapper(function () {
+      page.call('ListOrders', [], function (orders) {
+        if (orders) { then(); return; }
+        page.say(text('firstRun'));
+        fetchOrders(then, then);
+      }, then);
+    }, then);
+  }
+
+  function showWork() {
+    showMode();
+    Tandril.views.openFirst();
+    Tandril.views.updateErrors();
+  }
+
+  function start() {
+    putTexts();
+    page.start();
+    Tandril.views.build();
+    Tandril.dialog.hold(document.getElementById('divZoomHype'), Tandril.closeZoom);
+    Tandril.transport.open(function (answer) {
+      if (!answer.ok) {
+        page.say(answer.kind === 'lost' ? text('lost') : text('refusedCall', answer.text), 'bad');
+        return;
+      }
+      page.call('Initialize', [], function (error) {
+        if (error) { page.say(error, 'bad'); }
+        firstRun(showWork);
+      });
+    });
+  }
+
+  root.addEventListener('beforeprint', function () { showWhole(true); });
+  root.addEventListener('afterprint', function () { showWhole(false); });
+
+  function showWhole(whole) {
+    ['divList', 'divCosts', 'divCostLines'].forEach(function (name) {
+      var shown = page.place(name).shown;
+      if (shown && shown.list) { shown.list.showWhole(whole); }
+    });
+  }
+
+  start();
+}(window));

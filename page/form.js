@@ -1,0 +1,241 @@
+/* Shows the form of a fragment as fields with labels, and reads it back as the texts that the component stores. */
+(function (root) {
+  'use strict';
+
+  var Tandril = root.Tandril = root.Tandril || {};
+  var dom = Tandril.dom;
+  var panel = Tandril.panel;
+  var text = function () { return Tandril.text.apply(null, arguments); };
+
+  var TIME = '_time';
+
+  /* ---- building ---- */
+
+  function Form(source, options) {
+    this.name = source.name;
+    this.run = options.run;
+    this.element = dom.make('div', { 'class': 'form details', role: 'group', 'aria-label': options.label, 'data-form': this.name });
+    this.buttons = [];
+    this.stored = {}; /* by id, the text behind a control, which may hold what the control cannot show */
+    source.rows.forEach(this.addRow, this);
+    this.kept = this.snapshot();
+  }
+
+  Form.prototype.addRow = function (row) {
+    var cells = panel.kidsOf(row, 'td');
+    var buttons = [];
+    cells.forEach(function (cell) {
+      buttons = buttons.concat(panel.kidsOf(cell, 'input').filter(function (input) { return input.kind === 'button'; }));
+    });
+    if (buttons.length) {
+      this.buttons = this.buttons.concat(buttons);
+    } else if (cells.length > 1) {
+      this.element.appendChild(this.makeField(row, cells[0], cells.slice(1)));
+    }
+  };
+
+  Form.prototype.makeField = function (row, labelCell, cells) {
+    var label = panel.trimmed(labelCell);
+    var control = dom.make('div', { 'class': 'control' });
+    var first = null;
+    cells.forEach(function (cell) {
+      var made = this.fillControl(control, cell, label);
+      first = first || made;
+    }, this);
+    var caption = first ? dom.make('label', { 'for': first }, label) : dom.make('span', { 'class': 'label' }, label);
+    if (first) { dom.append(control, dom.make('p', { 'class': 'problem', id: first + '-problem', role: 'alert' })); }
+    return dom.make('div', { 'class': 'field' + (first ? '' : ' fixed'), hidden: row.hidden }, [caption, control]);
+  };
+
+  /** Adds what a cell holds; returns the id of the first control made. */
+  Form.prototype.fillControl = function (control, cell, label) {
+    var first = null;
+    if (cell.field) {
+      control.appendChild(dom.make('span', { 'class': 'value', 'data-name': cell.field }, panel.trimmed(cell)));
+      return null;
+    }
+    cell.kids.forEach(function (kid) {
+      var made = this.makeControl(kid, label);
+      if (!made) { return; }
+      control.appendChild(made);
+      first = first || made.id || null;
+      if (kid.hint === 'mm/dd/yyyy' || kid.hint === 'mmddyyyy') { this.addPicker(control, made, label); }
+    }, this);
+    return first;
+  };
+
+  Form.prototype.makeControl = function (kid, label) {
+    if (typeof kid === 'string') {
+      var shown = kid.replace(/^[\s\u00a0]+|[\s\u00a0]+$/g, '');
+      return shown ? dom.make('span', { 'class': 'value' }, shown) : null;
+    }
+    switch (kid.tag) {
+      case 'input': return this.makeInput(kid, label);
+      case 'textarea': return this.makeTextarea(kid);
+      case 'select': return this.makeSelect(kid);
+      case 'small': return dom.make('small', { 'class': 'hint' }, kid.hint);
+      case 'span': return this.makeZoom(kid, label);
+      case 'a': return this.makeLink(kid);
+      default: return null;
+    }
+  };
+
+  function isTime(field) {
+    return field.slice(-TIME.length) === TIME;
+  }
+
+  Form.prototype.makeInput = function (node, label) {
+    var input = dom.make('input', {
+      type: 'text', id: dom.freeId(node.field), 'data-field': node.field, size: node.size, disabled: node.disabled,
+      autocomplete: 'off', 'aria-label': isTime(node.field) ? text('timeOf', label) : null,
+      'class': isTime(node.field) ? 'time' : null
+    });
+    input.value = this.stored[input.id] = node.value === undefined ? '' : node.value;
+    return input;
+  };
+
+  Form.prototype.makeTextarea = function (node) {
+    var area = dom.make('textarea', { rows: 4, id: dom.freeId(node.field), 'data-field': node.field });
+    area.value = this.stored[area.id] = node.value;
+    return area;
+  };
+
+  Form.prototype.makeSelect = function (node) {
+    var run = this.run;
+    var select = dom.make('select', {
+      id: dom.freeId(node.field), 'data-field': node.field, disabled: node.disabled,
+      onchange: node.call && function (event) { run(node.call, event); }
+    });
+    fillOptions(select, panel.kidsOf(node, 'option').map(function (option) {
+      return { value: option.value, text: panel.trimmed(option), selected: option.selected };
+    }));
+    return select;
+  };
+
+  function fillOptions(select, options) {
+    dom.empty(select);
+    options.forEach(function (option) {
+      var element = dom.make('option', {}, option.text);
+      element.value = option.value;
+      element.selected = Boolean(option.selected);
+      select.appendChild(element);
+    });
+  }
+
+  Form.prototype.makeZoom = function (node, label) {
+    var run = this.run;
+    return dom.make('button', {
+      type: 'button', 'class': 'links zoom', title: text('lookUp', label), 'aria-label': text('lookUp', label),
+      onclick: function (event) { run(node.call, event); }
+    }, Tandril.icon('search'));
+  };
+
+  Form.prototype.makeLink = function (node) {
+    var run = this.run;
+    var shown = panel.trimmed(node);
+    return shown === '' ? null : dom.make('button', {
+      type: 'button', 'class': 'link', onclick: function (event) { run(node.call, event); }
+    }, shown);
+  };
+
+  /* The browser's own calendar, where it has one, writes into the text field; the text stays what counts. */
+  Form.prototype.addPicker = function (control, hint, label) {
+    var input = hint.previousSibling;
+    var picker = dom.make('input', { type: 'date', 'class': 'picker', tabindex: -1, 'aria-hidden': 'true' });
+    if (!input || input.nodeName !== 'INPUT' || input.disabled || typeof picker.showPicker !== 'function') { return; }
+    picker.addEventListener('change', function () {
+      var parts = picker.value.split('-');
+      if (parts.length === 3) { input.value = parts[1] + '/' + parts[2] + '/' + parts[0]; }
+      input.focus();
+    });
+    var button = dom.make('button', {
+      type: 'button', 'class': 'calendar', 'aria-label': text('pickDate', label), title: text('pickDate', label),
+      onclick: function () {
+        var stamp = Tandril.stamps.readDate(input.value);
+        picker.value = stamp ? stamp.slice(0, 4) + '-' + stamp.slice(4, 6) + '-' + stamp.slice(6, 8) : '';
+        picker.showPicker();
+      }
+    }, Tandril.icon('calendar'));
+    dom.append(control, [button, picker]);
+  };
+
+  /* ---- reading ---- */
+
+  Form.prototype.controls = function () {
+    return this.element.querySelectorAll('[data-field]');
+  };
+
+  Form.prototype.control = function (field) {
+    var found = null;
+    dom.each(this.controls(), function (control) {
+      if (!found && control.getAttribute('data-field') === field) { found = control; }
+    });
+    return found;
+  };
+
+  Form.prototype.snapshot = function () {
+    var values = {};
+    dom.each(this.controls(), function (control) { values[control.id] = control.value; });
+    return values;
+  };
+
+  Form.prototype.isChanged = function () {
+    var kept = this.kept;
+    return Array.prototype.some.call(this.controls(), function (control) { return kept[control.id] !== control.value; });
+  };
+
+  function isHidden(control) {
+    var field = dom.around(control, 'field', null);
+    return Boolean(field && field.hidden);
+  }
+
+  /**
+   * What a save sends: { fields: [{name, value}], problems: number }. A new record takes every field. A changed one takes
+   * what can be edited; a date-time that was not touched stays out, because the form does not show all of it, and so
+   * does what travels hidden and did not change.
+   */
+  Form.prototype.read = function (isNew) {
+    var result = { fields: [], problems: 0 };
+    var seen = {};
+    var self = this;
+    dom.each(this.controls(), function (control) {
+      var name = control.getAttribute('data-field');
+      if (seen[name] || isTime(name) && seen[name.slice(0, -TIME.length)] || /^drop(Order|Activity)$/.test(name)) { return; }
+      seen[name] = true;
+      self.readControl(control, name, isNew, result);
+    });
+    return result;
+  };
+
+  Form.prototype.readControl = function (control, name, isNew, result) {
+    var time = this.control(name + TIME);
+    var kept = this.kept;
+    var changed = kept[control.id] !== control.value || time !== null && kept[time.id] !== time.value;
+    var isUntouched = control.value !== '' && time !== null || isHidden(control) || control.disabled;
+    if (!isNew && !changed && isUntouched) { return; }
+    var value = changed || this.stored[control.id] === undefined ? control.value : this.stored[control.id];
+    if (time) {
+      value = Tandril.stamps.read(control.value, time.value);
+      this.report(control, value === null ? text('badDate') : '');
+      if (value === null) { result.problems += 1; }
+    }
+    result.fields.push({ name: name, value: value === null ? '' : value });
+  };
+
+  /** Shows a message beside a control; an empty one takes it away. */
+  Form.prototype.report = function (control, message) {
+    var note = document.getElementById(control.id + '-problem');
+    control.setAttribute('aria-invalid', message ? 'true' : 'false');
+    if (!note) { return; }
+    dom.append(dom.empty(note), message);
+    if (message) { control.setAttribute('aria-describedby', note.id); }
+  };
+
+  Form.prototype.focusProblem = function () {
+    var control = this.element.querySelector('[aria-invalid="true"]');
+    if (control) { control.focus(); }
+  };
+
+  Form.fillOptions = fillOptions;
+  Tandril.Form = Form;
+}(window));

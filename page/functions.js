@@ -1,0 +1,258 @@
+/* The functions that fragments ask for. Their names and arguments are the component's; nothing else calls them by name. */
+(function (root) {
+  'use strict';
+
+  var Tandril = root.Tandril = root.Tandril || {};
+  var dom = Tandril.dom;
+  var page = Tandril.page;
+  var text = function () { return Tandril.text.apply(null, arguments); };
+
+  var KINDS = { '1': 'order', '2': 'activity', '3': 'material', '4': 'labor', '5': 'other' };
+  var FORM_WORDS = ['order', 'activity', 'material', 'labor', 'other'];
+
+  /* Fields whose zoom goes by another name, and the one that asks for the objects of a configuration. */
+  var ZOOM_NAMES = { ServiceItem: 'Item' };
+  var OBJECT_FIELDS = ['Object', 'OriginalObject', 'NewObject'];
+
+  /* The field that waits for FillValues. */
+  var zoomed = null;
+
+  function currentForm() {
+    var place = page.place('divDetails');
+    return place.shown && place.shown.form;
+  }
+
+  function showForm(method, args, done) {
+    page.guard(function () {
+      page.show('divDetails', { method: method, args: args, title: text('details'), focus: true }, done);
+    });
+  }
+
+  /* ---- records ---- */
+
+  function showdetails(kind, order, activity, line, flag) {
+    showForm('GetDetails', [kind, order, activity, line, '', Number(flag) || 0], function () {
+      page.clear('divCosts');
+      page.clear('divCostLines');
+      if (kind === '2') {
+        page.show('divCostHeader', { method: 'CostLinesHeader', args: [order, activity], title: text('costHeader') });
+      } else {
+        page.clear('divCostHeader');
+      }
+    });
+  }
+
+  function showdetailsforhra(kind, order, activity, line, flag) {
+    showForm('GetDetailsForHRA', [kind, order, activity, line, '', Number(flag) || 0]);
+  }
+
+  /** The form of a new record. A labour line without an order and activity is an hour registration. */
+  function newobject(kind, order, activity) {
+    if (kind === '4' && !order && !activity) {
+      showForm('CreateFormforHra', [kind, '', '']);
+    } else {
+      showForm('CreateForm', [kind, order || '', activity || '']);
+    }
+  }
+
+  /* ---- windows ---- */
+
+  function minimize(name) {
+    var place = page.place(name);
+    if (place) { place.element.classList.toggle('minimized'); }
+  }
+
+  function winclose(name) {
+    if (!page.place(name)) { return; }
+    if (name === 'divZoomHype') { closeZoom(); return; }
+    (name === 'divDetails' ? page.guard : act)(function () {
+      page.clear(name);
+      if (name === 'divDetails') { page.clear('divCostHeader'); page.clear('divCostLines'); }
+      var list = page.place('divList').shown;
+      if (name !== 'divList' && list && list.list) { list.list.focusActive(); }
+    });
+  }
+
+  function act(action) {
+    action();
+  }
+
+  /* ---- cost lines ---- */
+
+  function showlines(type, order, activity) {
+    if (type === '0') {
+      page.clear('divCostLines');
+    } else {
+      page.show('divCostLines', { method: 'BuildCostLines', args: [type, order, activity], title: text('costLines') });
+    }
+  }
+
+  function listCostLines(type, order, activity) {
+    page.show('divCosts', { method: 'ListCostLines', args: [type, order, activity], title: text('costs'), focus: true });
+  }
+
+  /* ---- saving ---- */
+
+  function refreshLists() {
+    ['divList', 'divCosts', 'divCostLines'].forEach(page.refresh);
+    if (Tandril.views) { Tandril.views.updateErrors(); }
+  }
+
+  function refused(words) {
+    page.say(words, 'bad');
+    document.getElementById('message').scrollIntoView({ block: 'nearest' });
+  }
+
+  /** Sends the record of the open form; done() runs when the component took it. */
+  function store(method, kind, key, isNew, done) {
+    var form = currentForm();
+    if (!form) { return; }
+    var read = form.read(isNew);
+    if (read.problems) {
+      refused(text('checkFields'));
+      form.focusProblem();
+      return;
+    }
+    page.call(method, [Tandril.records.xml(kind, key, read.fields, isNew)], function (error) {
+      if (error) { refused(error); return; }
+      form.kept = form.snapshot();
+      page.say(text(isNew ? 'added' : 'saved'), 'good');
+      done();
+    });
+  }
+
+  function reopen(kind, key) {
+    var number = Object.keys(KINDS).filter(function (each) { return KINDS[each] === kind; })[0];
+    if (kind === 'hra') {
+      showdetailsforhra('4', key.order, key.activity, key.line, '2');
+    } else {
+      showdetails(number, key.order, key.activity, key.line, '2');
+    }
+  }
+
+  /** The drop-downs of the material form name the order and the activity that its call leaves open. */
+  function chosen(field) {
+    var control = currentForm() && currentForm().control(field);
+    return control ? control.value : '';
+  }
+
+  function saveObject(kind, order, activity, line, mode) {
+    var key = { order: order, activity: activity, line: line };
+    if (kind === 'material' && !order) { key = { order: chosen('dropOrder'), activity: chosen('dropActivity'), line: line }; }
+    var isNew = mode === 'New';
+    store(isNew ? 'AddXml' : 'updatexml', kind, key, isNew, function () {
+      refreshLists();
+      reopen(kind, key);
+    });
+  }
+
+  function createActivity(activity) {
+    var key = { order: chosen('ServiceOrder'), activity: activity, line: '' };
+    store('AddXml', 'activity', key, true, function () {
+      refreshLists();
+      reopen('activity', key);
+    });
+  }
+
+  function nameOf(order, activity, line) {
+    return line ? text('line', line) : activity ? text('activity', activity) : text('order', order);
+  }
+
+  function deleteObject(order, activity, line, costType) {
+    Tandril.dialog.ask({
+      title: text('confirmDelete'), text: text('confirmDeleteText', nameOf(order, activity, line)), yes: text('yesDelete'), danger: true
+    }, function () {
+      page.call('deleteNode', [order, activity, line, costType], function () {
+        page.clear('divDetails');
+        page.say(text('deleted'), 'good');
+        refreshLists();
+      });
+    });
+  }
+
+  /* ---- master data ---- */
+
+  function formWord(name) {
+    var word = String(name || '').split('_')[0];
+    return FORM_WORDS.indexOf(word) >= 0 ? word : word === 'hra' ? 'labor' : 'order';
+  }
+
+  function openWindow(mode, field, value, word) {
+    var args = [mode, ZOOM_NAMES[field] || field, value, word];
+    page.call('OpenDataBase', [], function () {
+      page.show('divZoomHype', { method: 'HyperLinkAndZoom', args: args, title: text('masterData'), focus: true });
+      page.call('CloseDataBase', [], act.bind(null, function () {}));
+    });
+  }
+
+  function hyperlink(field, value, form) {
+    openWindow(1, field, value, formWord(form || currentForm() && currentForm().name));
+  }
+
+  function zoom(field, formName) {
+    var form = currentForm();
+    if (!form || form.name !== formName) { return; }
+    zoomed = { form: form, field: field };
+    var configuration = form.control('Configuration');
+    var value = OBJECT_FIELDS.indexOf(field) >= 0 && configuration ? configuration.value : '';
+    openWindow(0, field, value, formWord(formName));
+  }
+
+  function put(form, field, value) {
+    var control = form.control(field);
+    if (control) { control.value = value; }
+    return control;
+  }
+
+  function fillValues(value, keyColumn, sequence) {
+    var target = zoomed;
+    closeZoom();
+    if (!target || target.form !== currentForm()) { return; }
+    var control = put(target.form, target.field, value);
+    if (sequence !== undefined) { put(target.form, 'ObjectNumber', sequence); }
+    if (control) { control.focus(); }
+  }
+
+  function closeZoom() {
+    page.clear('divZoomHype');
+    var control = zoomed && zoomed.form === currentForm() && zoomed.form.control(zoomed.field);
+    zoomed = null;
+    if (control) { control.focus(); }
+  }
+
+  /* ---- drop-downs and errors ---- */
+
+  function fillDrop(field, method, args, done) {
+    page.call(method, args, function (fragment) {
+      var control = currentForm() && currentForm().control(field);
+      if (!control) { return; }
+      Tandril.Form.fillOptions(control, Tandril.panel.readOptions(fragment || ''));
+      if (done) { done(); }
+    });
+  }
+
+  function getActivityDrop() {
+    fillDrop('dropActivity', 'CreateActivityDropDown', [chosen('dropOrder')]);
+  }
+
+  function showErrors() {
+    page.show('divList', { method: 'ShowErrorList', args: [], title: text('refused'), focus: true });
+  }
+
+  Tandril.functions = {
+    showdetails: showdetails, showdetailsforhra: showdetailsforhra, minimize: minimize, winclose: winclose,
+    showlines: showlines, newobject: newobject, newObject: newobject, ListCostLines: listCostLines,
+    deleteObject: deleteObject, saveObject: saveObject, CreateActivity: createActivity, zoom: zoom, hyperlink: hyperlink,
+    FillValues: fillValues, getActivityDrop: getActivityDrop, ShowErrors: showErrors
+  };
+
+  /** Opens the form of a new material line and fills its drop-downs. */
+  Tandril.newMaterial = function () {
+    showForm('CreateMaterialForm', [], function () {
+      fillDrop('dropOrder', 'CreateOrderDropDown', [], getActivityDrop);
+    });
+  };
+
+  Tandril.showForm = showForm;
+  Tandril.closeZoom = closeZoom;
+}(window));

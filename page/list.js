@@ -1,0 +1,385 @@
+/*
+ * Shows the rows of a fragment's list as one table: filter, sort by column, keyboard, and for long lists only the rows
+ * in view. The table keeps the classes of the fragment's rows.
+ *
+ * The state that outlives a new call of the same view: { filter, column, descending, scroll, current }.
+ */
+(function (root) {
+  'use strict';
+
+  var Tandril = root.Tandril = root.Tandril || {};
+  var dom = Tandril.dom;
+  var panel = Tandril.panel;
+
+  var ALL_AT_ONCE = 250; /* rows; a longer list builds the rows in view only */
+  var ROW_HEIGHT = 40; /* pixels, as in the style sheet */
+  var MARGIN = 12; /* rows built above and below the view */
+  var SAMPLE = 400; /* rows looked at for the widths of the columns */
+
+  var ROW_CALLS = ['showdetails', 'showdetailsforhra', 'FillValues'];
+
+  /* ---- the rows as data ---- */
+
+  function mainCall(cells) {
+    for (var i = 0; i < cells.length; i++) {
+      for (var k = 0; k < cells[i].kids.length; k++) {
+        var call = cells[i].kids[k].call;
+        if (call && ROW_CALLS.indexOf(call.name) >= 0) { return call; }
+      }
+    }
+    return null;
+  }
+
+  /** In a list without its group rows the empty leading cells show the numbers that the groups showed. */
+  function leadingText(call, column) {
+    return call && call.name === 'showdetails' && column < 2 ? call.args[column + 1] : '';
+  }
+
+  function Row(node) {
+    this.cells = panel.kidsOf(node, 'td');
+    this.group = node.cls === 'orderrow';
+    this.cls = node.cls || 'tablerows';
+    this.call = mainCall(this.cells);
+    this.texts = this.cells.map(panel.trimmed);
+    this.key = this.call ? this.call.args.join('\n') : this.texts.join('\n');
+    this.search = this.texts.join(' ').toLowerCase();
+  }
+
+  Row.prototype.textAt = function (column) {
+    var text = this.texts[column] || '';
+    return text === '' ? leadingText(this.call, column) : text;
+  };
+
+  /** Dates compare by year first, numbers by value, everything else as text. */
+  function sortKey(text) {
+    var date = /^(\d\d)\/(\d\d)\/(\d{4}) ?(\d{4})?$/.exec(text);
+    if (date) { return { rank: 1, value: date[3] + date[1] + date[2] + (date[4] || '') }; }
+    if (/^-?\d+([.,]\d+)?$/.test(text)) { return { rank: 0, value: Number(text.replace(',', '.')) }; }
+    return { rank: text === '' ? 3 : 2, value: text };
+  }
+
+  function compareKeys(a, b) {
+    if (a.rank !== b.rank) { return a.rank - b.rank; }
+    if (a.rank === 2) { return a.value.localeCompare(b.value); }
+    return a.value < b.value ? -1 : a.value > b.value ? 1 : 0;
+  }
+
+  function sorted(rows, column, descending) {
+    var keyed = rows.filter(function (row) { return !row.group; }).map(function (row, index) {
+      return { row: row, key: sortKey(row.textAt(column)), index: index };
+    });
+    keyed.sort(function (a, b) {
+      return (descending ? -1 : 1) * compareKeys(a.key, b.key) || a.index - b.index;
+    });
+    return keyed.map(function (entry) { return entry.row; });
+  }
+
+  /** Keeps the rows that hold all words, and the group rows above them; a group that matches keeps its rows. */
+  function filtered(rows, words) {
+    function matches(row) {
+      return words.every(function (word) { return row.search.indexOf(word) >= 0; });
+    }
+    var kept = [];
+    var groups = [];
+    var previousWasGroup = false;
+    rows.forEach(function (row) {
+      if (row.group) {
+        groups = previousWasGroup ? groups : [];
+        groups.push({ row: row, matches: matches(row), shown: false });
+      } else if (matches(row) || groups.some(function (group) { return group.matches; })) {
+        groups.forEach(function (group) {
+          if (!group.shown) { kept.push(group.row); }
+          group.shown = true;
+        });
+        kept.push(row);
+      }
+      previousWasGroup = row.group;
+    });
+    return kept;
+  }
+
+  /* ---- the table ---- */
+
+  function List(source, options) {
+    this.head = source.head;
+    this.rows = source.rows.map(function (node) { return new Row(node); });
+    this.state = options.state;
+    this.run = options.run;
+    this.label = options.label;
+    this.shown = [];
+    this.active = 0;
+    this.columns = this.rows.reduce(function (count, row) { return row.group ? count : Math.max(count, row.cells.length); },
+      this.head.length);
+    this.build();
+    this.update();
+  }
+
+  List.prototype.build = function () {
+    var self = this;
+    this.headRow = dom.make('tr', {}, []);
+    this.body = dom.make('tbody', {
+      onclick: function (event) { self.click(event); },
+      onkeydown: function (event) { self.press(event); },
+      onfocusin: function (event) { self.focused(event); }
+    });
+    this.table = dom.make('table', { 'class': 'rows', 'aria-label': this.label }, [
+      this.makeColumns(), dom.make('thead', {}, this.headRow), this.body
+    ]);
+    this.scroller = dom.make('div', { 'class': 'scroll', onscroll: function () { self.scrolled(); } }, this.table);
+    for (var column = 0; column < this.columns; column++) { this.headRow.appendChild(this.makeHead(column)); }
+    this.element = this.scroller;
+  };
+
+  /* Widths come from the longest texts, so that columns do not jump while rows come into view. */
+  List.prototype.makeColumns = function () {
+    var group = dom.make('colgroup');
+    var total = 0;
+    for (var column = 0; column < this.columns; column++) {
+      var longest = (this.head[column] || '').length + 2;
+      for (var i = 0; i < this.rows.length && i < SAMPLE; i++) {
+        if (!this.rows[i].group) { longest = Math.max(longest, this.rows[i].textAt(column).length); }
+      }
+      var width = Math.min(Math.max(longest, 7), 34);
+      total += width;
+      var element = dom.make('col');
+      element.style.width = width + 'ch';
+      group.appendChild(element);
+    }
+    this.width = total;
+    return group;
+  };
+
+  List.prototype.makeHead = function (column) {
+    var self = this;
+    var text = this.head[column] || '';
+    var cell = dom.make('th', { 'class': 'tableheader', scope: 'col' });
+    if (text === '') { return cell; }
+    dom.append(cell, dom.make('button', {
+      type: 'button', title: Tandril.text('sortBy', text), onclick: function () { self.sortBy(column); }
+    }, [text, Tandril.icon('up')]));
+    return cell;
+  };
+
+  List.prototype.sortBy = function (column) {
+    if (this.state.column !== column) {
+      this.state.column = column;
+      this.state.descending = false;
+    } else if (!this.state.descending) {
+      this.state.descending = true;
+    } else {
+      this.state.column = undefined;
+    }
+    this.update();
+  };
+
+  List.prototype.filter = function (text) {
+    this.state.filter = text;
+    this.scroller.scrollTop = 0;
+    this.update();
+  };
+
+  /** Number of the rows that are records, all and those shown. */
+  List.prototype.counts = function () {
+    function isRecord(row) { return !row.group; }
+    return { all: this.rows.filter(isRecord).length, shown: this.shown.filter(isRecord).length };
+  };
+
+  List.prototype.update = function () {
+    var words = (this.state.filter || '').toLowerCase().split(/\s+/).filter(Boolean);
+    var rows = words.length ? filtered(this.rows, words) : this.rows;
+    if (this.state.column !== undefined) { rows = sorted(rows, this.state.column, this.state.descending); }
+    this.shown = rows;
+    this.active = Math.max(0, this.indexOf(this.state.current));
+    this.markSorting();
+    this.first = -1;
+    this.paint();
+    if (this.onchange) { this.onchange(); }
+  };
+
+  List.prototype.indexOf = function (key) {
+    for (var i = 0; i < this.shown.length; i++) {
+      if (this.shown[i].key === key) { return i; }
+    }
+    return -1;
+  };
+
+  List.prototype.markSorting = function () {
+    var self = this;
+    dom.each(this.headRow.children, function (cell, column) {
+      var isSorted = self.state.column === column;
+      cell.setAttribute('aria-sort', isSorted ? (self.state.descending ? 'descending' : 'ascending') : 'none');
+    });
+  };
+
+  /* ---- rows in view ---- */
+
+  List.prototype.range = function () {
+    var count = this.shown.length;
+    if (count <= ALL_AT_ONCE || this.whole) { return { first: 0, end: count }; }
+    var first = Math.max(0, Math.floor(this.scroller.scrollTop / ROW_HEIGHT) - MARGIN);
+    var visible = Math.ceil((this.scroller.clientHeight || 800) / ROW_HEIGHT) + 2 * MARGIN;
+    return { first: first - first % 4, end: Math.min(count, first + visible) };
+  };
+
+  List.prototype.paint = function () {
+    var range = this.range();
+    if (range.first === this.first && range.end === this.end) { return; }
+    this.first = range.first;
+    this.end = range.end;
+    var hadFocus = this.body.contains(document.activeElement);
+    dom.empty(this.body);
+    this.table.setAttribute('aria-rowcount', this.shown.length + 1);
+    this.addGap(range.first);
+    for (var i = range.first; i < range.end; i++) { this.body.appendChild(this.makeRow(this.shown[i], i)); }
+    this.addGap(this.shown.length - range.end);
+    if (hadFocus) { this.focusActive(); }
+  };
+
+  List.prototype.addGap = function (rows) {
+    if (rows <= 0) { return; }
+    var cell = dom.make('td', { colspan: this.columns });
+    cell.style.height = rows * ROW_HEIGHT + 'px';
+    this.body.appendChild(dom.make('tr', { 'class': 'gap', 'aria-hidden': 'true' }, cell));
+  };
+
+  List.prototype.scrolled = function () {
+    var self = this;
+    this.state.scroll = this.scroller.scrollTop;
+    if (this.waiting) { return; }
+    this.waiting = true;
+    root.requestAnimationFrame(function () {
+      self.waiting = false;
+      self.paint();
+    });
+  };
+
+  /** Takes up the position that the state keeps, once the list stands in the document. */
+  List.prototype.restore = function () {
+    if (this.state.scroll) {
+      this.scroller.scrollTop = this.state.scroll;
+      this.paint();
+    }
+  };
+
+  /** Builds every row, for the printer. */
+  List.prototype.showWhole = function (whole) {
+    this.whole = whole;
+    this.paint();
+  };
+
+  List.prototype.makeRow = function (row, index) {
+    var self = this;
+    var element = dom.make('tr', {
+      'class': row.cls + (row.call ? ' opens' : ''), 'data-index': index, 'aria-rowindex': index + 2,
+      tabindex: row.call ? (index === this.active ? 0 : -1) : null,
+      'aria-current': row.key === this.state.current && row.call ? 'true' : null
+    });
+    var last = row.cells.length - 1;
+    row.cells.forEach(function (cell, column) {
+      element.appendChild(self.makeCell(row, cell, column, row.group && column === last ? self.columns - last : 1));
+    });
+    for (var column = last + 1; !row.group && column < this.columns; column++) { element.appendChild(dom.make('td')); }
+    return element;
+  };
+
+  List.prototype.makeCell = function (row, cell, column, span) {
+    var self = this;
+    var element = dom.make('td', { colspan: span > 1 ? span : null });
+    if (row.texts[column] === '' && !row.group && this.state.column !== undefined) {
+      return dom.append(element, dom.make('span', { 'class': 'faint' }, leadingText(row.call, column)));
+    }
+    if (row.texts[column].length > 24) { element.title = row.texts[column]; }
+    cell.kids.forEach(function (kid, place) {
+      if (typeof kid === 'string') {
+        dom.append(element, place ? kid : kid.replace(/^[\s\u00a0]+/, ''));
+      } else if (kid.call) {
+        element.appendChild(self.makeLink(kid, kid.call === row.call));
+      }
+    });
+    return element;
+  };
+
+  List.prototype.makeLink = function (node, isMain) {
+    var text = panel.textOf(node);
+    if (isMain) { return dom.make('span', { 'class': 'links' }, text); }
+    if (text === '') { return document.createTextNode(''); }
+    var run = this.run;
+    return dom.make('button', {
+      type: 'button', 'class': 'link', tabindex: -1,
+      onclick: function (event) {
+        event.stopPropagation();
+        run(node.call, event);
+      }
+    }, text);
+  };
+
+  /* ---- acting on rows ---- */
+
+  List.prototype.rowOf = function (target) {
+    var element = dom.around(target, 'opens', this.body);
+    return element ? this.shown[Number(element.getAttribute('data-index'))] : null;
+  };
+
+  List.prototype.open = function (row, event) {
+    this.setActive(this.shown.indexOf(row));
+    this.state.current = row.key;
+    dom.each(this.body.querySelectorAll('[aria-current]'), function (element) { element.removeAttribute('aria-current'); });
+    var element = this.elementAt(this.active);
+    if (element) { element.setAttribute('aria-current', 'true'); }
+    this.run(row.call, event);
+  };
+
+  List.prototype.click = function (event) {
+    var row = this.rowOf(event.target);
+    if (row && !String(root.getSelection && root.getSelection())) { this.open(row, event); }
+  };
+
+  List.prototype.elementAt = function (index) {
+    return this.body.querySelector('tr[data-index="' + index + '"]');
+  };
+
+  List.prototype.setActive = function (index) {
+    var before = this.elementAt(this.active);
+    if (before && before.hasAttribute('tabindex')) { before.setAttribute('tabindex', '-1'); }
+    this.active = index;
+    var now = this.elementAt(index);
+    if (now && now.hasAttribute('tabindex')) { now.setAttribute('tabindex', '0'); }
+  };
+
+  List.prototype.focusActive = function () {
+    var element = this.elementAt(this.active);
+    if (element) { element.focus(); }
+  };
+
+  List.prototype.focused = function (event) {
+    var element = dom.around(event.target, 'opens', this.body);
+    if (element) { this.setActive(Number(element.getAttribute('data-index'))); }
+  };
+
+  List.prototype.moveTo = function (index) {
+    index = Math.min(Math.max(index, 0), this.shown.length - 1);
+    if (index < 0) { return; }
+    this.setActive(index);
+    if (!this.elementAt(index)) {
+      this.scroller.scrollTop = Math.max(0, index * ROW_HEIGHT - this.scroller.clientHeight / 2);
+      this.paint();
+    }
+    this.setActive(index);
+    this.focusActive();
+  };
+
+  List.prototype.press = function (event) {
+    var page = Math.max(1, Math.floor(this.scroller.clientHeight / ROW_HEIGHT) - 2);
+    var steps = { ArrowDown: 1, ArrowUp: -1, PageDown: page, PageUp: -page, Home: -Infinity, End: Infinity };
+    var row = this.rowOf(event.target);
+    if (steps.hasOwnProperty(event.key)) {
+      event.preventDefault();
+      this.moveTo(this.active + steps[event.key]);
+    } else if (row && event.target.nodeName === 'TR' && (event.key === 'Enter' || event.key === ' ')) {
+      event.preventDefault();
+      this.open(row, event);
+    }
+  };
+
+  Tandril.List = List;
+}(window));

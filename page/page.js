@@ -1,0 +1,177 @@
+/*
+ * The page's places (the containers that fragments go into), its message line, and the way from a call of a fragment to
+ * the function that it names.
+ */
+(function (root) {
+  'use strict';
+
+  var Tandril = root.Tandril = root.Tandril || {};
+  var dom = Tandril.dom;
+  var text = function () { return Tandril.text.apply(null, arguments); };
+
+  var PLACES = ['divList', 'divDetails', 'divCosts', 'divCostLines', 'divCostHeader', 'divZoomHype'];
+  var PATIENCE = 400; /* milliseconds before a running call is shown */
+
+  var places = {};
+  var calls = 0;
+
+  /* A place: { element, view: {method, args, title}, state of its list, shown: what render made of it }. */
+  function findPlaces() {
+    PLACES.forEach(function (name) {
+      places[name] = { name: name, element: document.getElementById(name), view: null, state: {}, shown: null };
+    });
+  }
+
+  /* ---- messages ---- */
+
+  var message;
+  var busy;
+
+  /** Says something in the message line; kind is "good", "bad" or "" for plain news. */
+  function say(words, kind) {
+    message = message || document.getElementById('message');
+    message.className = 'message ' + (words ? kind || 'news' : '');
+    dom.append(dom.empty(message), words ? [
+      dom.make('span', {}, words),
+      dom.make('button', { type: 'button', 'class': 'icon-button', 'aria-label': text('close'), onclick: function () { say(''); } },
+        Tandril.icon('close'))
+    ] : '');
+  }
+
+  function countCalls(step) {
+    busy = busy || document.getElementById('busy');
+    calls += step;
+    root.setTimeout(function () { busy.hidden = calls === 0; }, calls ? PATIENCE : 0);
+  }
+
+  function explain(method, answer) {
+    switch (answer.kind) {
+      case 'lost': return text('lost');
+      case 'fault': return text('fault', method, answer.text);
+      case 'invalid': return text('invalid', method, answer.text);
+      default: return text('refusedCall', answer.text);
+    }
+  }
+
+  /** Calls the component; `done(result, out)` runs only when it answered, otherwise the page says what went wrong. */
+  function call(method, args, done, failed) {
+    countCalls(1);
+    Tandril.transport.call(method, args, function (answer) {
+      countCalls(-1);
+      if (answer.ok) {
+        done(answer.result, answer.out);
+      } else {
+        say(explain(method, answer), 'bad');
+        if (failed) { failed(answer); }
+      }
+    });
+  }
+
+  /** The error text of the last call, "" when it had none; both "1" and "" stand for none. */
+  function lastError(done) {
+    call('Get_Error', [], function (result) { done(result === '1' || !result ? '' : result); });
+  }
+
+  /* ---- showing fragments ---- */
+
+  function run(request, event) {
+    var known = Tandril.calls.isKnown(request.name);
+    var act = known && Tandril.functions[request.name];
+    if (!act) { return; }
+    act.apply(null, request.args.map(function (arg) {
+      return arg === Tandril.calls.CHOSEN ? event.target.value : arg;
+    }));
+  }
+
+  function put(place, fragment, title) {
+    place.element.classList.remove('minimized');
+    place.shown = Tandril.render(place.element, fragment, { run: run, state: place.state, title: title });
+  }
+
+  function putNote(place, title, words) {
+    dom.forgetIds();
+    dom.append(dom.empty(place.element), dom.make('div', { 'class': 'panel' }, [
+      dom.make('div', { 'class': 'titles' }, dom.make('h2', { tabindex: -1 }, title)),
+      dom.make('p', { 'class': 'note empty' }, words)
+    ]));
+    place.shown = null;
+  }
+
+  function sameView(a, b) {
+    return Boolean(a) && a.method === b.method && JSON.stringify(a.args) === JSON.stringify(b.args);
+  }
+
+  function focusTitle(place) {
+    var title = place.element.querySelector('h2');
+    if (title) { title.focus(); }
+  }
+
+  function announce(place, title) {
+    var list = place.shown && place.shown.list;
+    if (list) { say(''); document.getElementById('message').setAttribute('aria-label', text('rowsShown', title, list.counts().all)); }
+  }
+
+  /**
+   * Shows what a method returns. view: {method, args, title, focus}. An empty result shows the component's error text
+   * instead; in every place but the list it goes into the message line and the place stays as it was.
+   */
+  function show(name, view, done) {
+    var place = places[name];
+    call(view.method, view.args, function (fragment) {
+      if (!fragment) {
+        showError(place, view);
+        return;
+      }
+      if (!sameView(place.view, view)) { place.state = {}; }
+      place.view = view;
+      put(place, fragment, view.title);
+      announce(place, view.title);
+      if (view.focus) { focusTitle(place); }
+      if (done) { done(place.shown); }
+    });
+  }
+
+  function showError(place, view) {
+    lastError(function (error) {
+      if (place.name === 'divList') {
+        place.view = view;
+        place.state = {};
+        putNote(place, view.title, error || text('nothingHere'));
+      } else {
+        say(error || text('nothingHere'), error ? 'bad' : 'news');
+      }
+    });
+  }
+
+  /** Makes the call of a place's view again and keeps filter, order and position. */
+  function refresh(name) {
+    var view = places[name].view;
+    if (view) { show(name, { method: view.method, args: view.args, title: view.title }); }
+  }
+
+  function clear(name) {
+    var place = places[name];
+    dom.empty(place.element);
+    place.view = null;
+    place.shown = null;
+  }
+
+  /** Runs `act` at once, or after the question when the form in the details holds changes that are not saved. */
+  function guard(act) {
+    var form = places.divDetails.shown && places.divDetails.shown.form;
+    if (!form || !form.isChanged()) {
+      act();
+      return;
+    }
+    Tandril.dialog.ask({
+      title: text('confirmDiscard'), text: text('confirmDiscardText'), yes: text('yesDiscard'), danger: true
+    }, act);
+  }
+
+  Tandril.page = {
+    start: findPlaces,
+    place: function (name) { return places.hasOwnProperty(name) ? places[name] : null; },
+    say: say, call: call, lastError: lastError, run: run,
+    show: show, refresh: refresh, clear: clear, guard: guard, focusTitle: focusTitle
+  };
+}(window));

@@ -1,0 +1,128 @@
+/*
+ * Says what a fragment's tree shows, without its tables: a title, a list, a form, facts, links and buttons. The tables
+ * of a fragment are there for looks; render.js gives what they hold a shape of its own.
+ *
+ * A panel: { title, place, minimize, list: {head: [text], rows: [row node]} or null, form: {name, rows: [row node]} or
+ * null, facts: [[cell node, cell node]], links: [[anchor node]], buttons: [input node], notes: [text] }
+ */
+(function (root) {
+  'use strict';
+
+  var Tandril = root.Tandril = root.Tandril || {};
+
+  function textOf(node) {
+    if (typeof node === 'string') { return node; }
+    return node.kids.map(textOf).join('');
+  }
+
+  /** The text without the blanks around it that the fragments use as margins. */
+  function trimmed(node) {
+    return textOf(node).replace(/^[\s\u00a0]+|[\s\u00a0]+$/g, '');
+  }
+
+  function kidsOf(node, tag) {
+    return node.kids.filter(function (kid) { return kid.tag === tag; });
+  }
+
+  function isHeadRow(row) {
+    var cells = kidsOf(row, 'td');
+    return row.cls === 'tableheader' || cells.length > 0 && cells.every(function (cell) { return cell.cls === 'tableheader'; });
+  }
+
+  function takeTitle(panel, row) {
+    kidsOf(row, 'td').forEach(function (cell) {
+      cell.kids.forEach(function (kid) {
+        if (kid.tag === 'strong') { panel.title = trimmed(kid); }
+        if (!kid.call) { return; }
+        panel.place = kid.call.args[0];
+        if (kid.call.name === 'minimize') { panel.minimize = true; }
+      });
+    });
+  }
+
+  function listOf(panel) {
+    panel.list = panel.list || { head: [], rows: [] };
+    return panel.list;
+  }
+
+  /** A cell that holds tables, forms and the like: true when there was something inside to look at. */
+  function takeInner(panel, cell) {
+    var inner = cell.kids.filter(function (kid) { return ['table', 'div', 'form'].indexOf(kid.tag) >= 0; });
+    inner.forEach(function (kid) { take(panel, kid); });
+    return inner.length > 0;
+  }
+
+  function takePlainRow(panel, row) {
+    var cells = kidsOf(row, 'td');
+    var anchors = [];
+    var seen = false;
+    cells.forEach(function (cell) {
+      seen = takeInner(panel, cell) || seen;
+      kidsOf(cell, 'a').forEach(function (anchor) { anchors.push(anchor); });
+      kidsOf(cell, 'input').forEach(function (input) { panel.buttons.push(input); });
+      seen = seen || kidsOf(cell, 'input').length > 0;
+    });
+    if (anchors.length) { panel.links.push(anchors); }
+    if (seen || anchors.length || !trimmed(row) && !cells.some(function (cell) { return kidsOf(cell, 'select').length; })) { return; }
+    if (cells.length === 2) { panel.facts.push(cells); } else { panel.notes.push(trimmed(row)); }
+  }
+
+  /* The message and the button of an empty list of cost lines stand in a row of the list's class. */
+  function isNoteRow(row) {
+    var cells = kidsOf(row, 'td');
+    return cells.length === 1 && cells[0].colspan === 0;
+  }
+
+  function takeRow(panel, row, listed) {
+    if (row.cls === 'titles') {
+      takeTitle(panel, row);
+    } else if (isHeadRow(row)) {
+      listOf(panel).head = kidsOf(row, 'td').map(trimmed);
+    } else if ((row.cls === 'tablerows' || row.cls === 'orderrow') && isNoteRow(row)) {
+      kidsOf(row.kids[0], 'input').forEach(function (input) { panel.buttons.push(input); });
+      panel.notes.push(trimmed(row));
+    } else if (row.cls === 'tablerows' || row.cls === 'orderrow' || listed) {
+      listOf(panel).rows.push(row);
+    } else {
+      takePlainRow(panel, row);
+    }
+  }
+
+  function takeForm(panel, form) {
+    panel.form = { name: form.name, rows: [] };
+    form.kids.forEach(function (table) {
+      if (table.tag === 'table') { panel.form.rows = panel.form.rows.concat(kidsOf(table, 'tr')); }
+    });
+  }
+
+  function take(panel, node) {
+    if (node.tag === 'form') {
+      takeForm(panel, node);
+    } else if (node.tag === 'table' || node.tag === 'div' || node.tag === 'root') {
+      var rows = kidsOf(node, 'tr');
+      var listed = rows.some(function (row) { return row.cls === 'tableheader'; });
+      rows.forEach(function (row) { takeRow(panel, row, listed); });
+      node.kids.forEach(function (kid) { if (kid.tag === 'table' || kid.tag === 'form') { take(panel, kid); } });
+    }
+  }
+
+  Tandril.panel = {
+    textOf: textOf,
+    trimmed: trimmed,
+    kidsOf: kidsOf,
+
+    /** What the fragment `text` shows. */
+    read: function (text) {
+      var panel = { title: '', place: '', minimize: false, list: null, form: null, facts: [], links: [], buttons: [], notes: [] };
+      take(panel, Tandril.fragment.read(text));
+      return panel;
+    },
+
+    /** The options of a fragment that fills a drop-down: [{value, text}]. */
+    readOptions: function (text) {
+      return kidsOf(Tandril.fragment.read(text), 'option').map(function (option) {
+        return { value: option.value, text: trimmed(option) };
+      });
+    }
+  };
+}(typeof window === 'undefined' ? global : window));

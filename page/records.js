@@ -1,0 +1,55 @@
+/* The XML of one record, as the component takes it: its section, its group, its keys and its fields. */
+(function (root) {
+  'use strict';
+
+  var Tandril = root.Tandril = root.Tandril || {};
+
+  var SECTIONS = {
+    order: 'ccsocservcordr', activity: 'ccsocservcactv', material: 'ccsocservcmatl', labor: 'ccsocservclabr',
+    other: 'ccsocservcothr', hra: 'ccsocservclabr'
+  };
+
+  /* The store finds a record's status as its first field. */
+  var STATUS_FIELDS = { order: 'OrderStatus', activity: 'ActivityStatus' };
+
+  var ILLEGAL = /[\u0000-\u0008\u000b\u000c\u000e-\u001f\ufffe\uffff]/g;
+  var LONE_SURROGATE = /[\ud800-\udbff](?![\udc00-\udfff])|(^|[^\ud800-\udbff])[\udc00-\udfff]/g;
+
+  function escape(text) {
+    return String(text).replace(ILLEGAL, '').replace(LONE_SURROGATE, '$1').replace(/&/g, '&amp;').replace(/</g, '&lt;')
+      .replace(/>/g, '&gt;').replace(/"/g, '&quot;').replace(/\r\n?/g, '\n');
+  }
+
+  function element(name, attributes, content) {
+    var text = '<' + name;
+    Object.keys(attributes).forEach(function (key) { text += ' ' + key + '="' + escape(attributes[key]) + '"'; });
+    return text + '>' + content + '</' + name + '>';
+  }
+
+  function withStatusFirst(kind, fields) {
+    var status = STATUS_FIELDS[kind];
+    if (!status) { return fields; }
+    var found = fields.filter(function (field) { return field.name === status; });
+    var others = fields.filter(function (field) { return field.name !== status; });
+    return (found.length ? found : [{ name: status, value: '15' }]).concat(others);
+  }
+
+  Tandril.records = {
+    escape: escape,
+
+    /** The document with one record. key: {order, activity, line}; fields: [{name, value}]. */
+    xml: function (kind, key, fields, isNew) {
+      var ordered = isNew ? withStatusFirst(kind, fields) : fields;
+      var content = ordered.map(function (field) { return element(field.name, {}, escape(field.value)); }).join('');
+      var own = kind === 'order' ? { ServiceOrder: key.order }
+        : kind === 'activity' ? { Activity: key.activity } : { LineNumber: key.line };
+      if (isNew) { own.State = 'N'; }
+      var record = element('record', own, content);
+      if (kind === 'activity') { record = element('ServiceOrder', { ID: key.order }, record); }
+      if (kind !== 'order' && kind !== 'activity') {
+        record = element('ServiceOrder', { ID: key.order, Activity: key.activity }, record);
+      }
+      return element('harbrook', {}, element(SECTIONS[kind], {}, record));
+    }
+  };
+}(typeof window === 'undefined' ? global : window));

@@ -1,0 +1,117 @@
+/* Gives a panel (see panel.js) its shape in the document: title bar, links, facts, list, form, buttons. */
+(function (root) {
+  'use strict';
+
+  var Tandril = root.Tandril = root.Tandril || {};
+  var dom = Tandril.dom;
+  var text = function () { return Tandril.text.apply(null, arguments); };
+
+  function iconButton(icon, label, act) {
+    return dom.make('button', { type: 'button', 'class': 'icon-button', 'aria-label': label, title: label, onclick: act },
+      Tandril.icon(icon));
+  }
+
+  function makeTitle(panel, options, list) {
+    var bar = dom.make('div', { 'class': 'titles' }, dom.make('h2', { tabindex: -1 }, panel.title || options.title));
+    if (list) { addFilter(bar, list, options.state); }
+    if (panel.minimize) {
+      bar.appendChild(iconButton('minimize', text('minimize'), function (event) {
+        options.run({ name: 'minimize', args: [panel.place] }, event);
+      }));
+    }
+    if (panel.place) {
+      bar.appendChild(iconButton('close', text('close'), function (event) {
+        options.run({ name: 'winclose', args: [panel.place] }, event);
+      }));
+    }
+    return bar;
+  }
+
+  function addFilter(bar, list, state) {
+    var count = dom.make('span', { 'class': 'count' });
+    list.onchange = function () {
+      var counts = list.counts();
+      dom.append(dom.empty(count), counts.shown === counts.all ? counts.all : text('countOf', counts.shown, counts.all));
+    };
+    list.onchange();
+    var input = dom.make('input', {
+      type: 'search', placeholder: text('filter'), 'aria-label': text('filter'), oninput: function () { list.filter(input.value); }
+    });
+    input.value = state.filter || '';
+    dom.append(bar, [count, dom.make('span', { 'class': 'filter' }, [Tandril.icon('search'), input])]);
+  }
+
+  function makeLinks(rows, run) {
+    return dom.make('div', { 'class': 'hyperbutton' }, rows.map(function (anchors) {
+      return dom.make('div', { 'class': 'pair' }, anchors.map(function (anchor) {
+        var creates = anchor.call.name === 'newobject';
+        return dom.make('button', {
+          type: 'button', 'class': creates ? 'create' : 'show', onclick: function (event) { run(anchor.call, event); }
+        }, [creates ? Tandril.icon('plus') : null, Tandril.panel.trimmed(anchor)]);
+      }));
+    }));
+  }
+
+  function makeFact(cells, run) {
+    var value = dom.make('dd');
+    cells[1].kids.forEach(function (kid) {
+      if (typeof kid === 'string') { dom.append(value, kid.replace(/\u00a0/g, ' ').trim()); }
+      if (kid.tag === 'select') { value.appendChild(makeChooser(kid, cells[0], run)); }
+    });
+    return [dom.make('dt', {}, Tandril.panel.trimmed(cells[0])), value];
+  }
+
+  function makeChooser(node, labelCell, run) {
+    var select = dom.make('select', {
+      'aria-label': Tandril.panel.trimmed(labelCell), onchange: node.call && function (event) { run(node.call, event); }
+    });
+    Tandril.Form.fillOptions(select, Tandril.panel.kidsOf(node, 'option').map(function (option) {
+      return { value: option.value, text: Tandril.panel.trimmed(option), selected: option.selected };
+    }));
+    return select;
+  }
+
+  function makeFacts(facts, run) {
+    return dom.make('dl', { 'class': 'facts' }, facts.reduce(function (all, cells) {
+      return all.concat(makeFact(cells, run));
+    }, []));
+  }
+
+  var BUTTON_CLASSES = { saveObject: 'primary', CreateActivity: 'primary', deleteObject: 'danger' };
+  var BUTTON_IDS = { saveObject: 'btnSave', CreateActivity: 'btnSave', deleteObject: 'btnDelete' };
+
+  function makeButtons(buttons, run) {
+    return dom.make('div', { 'class': 'bar' }, buttons.map(function (button) {
+      return dom.make('button', {
+        type: 'button', id: BUTTON_IDS[button.call.name] || null, 'class': BUTTON_CLASSES[button.call.name] || null,
+        onclick: function (event) { run(button.call, event); }
+      }, button.value.trim());
+    }));
+  }
+
+  /**
+   * Fills `place` with the panel of the fragment `fragment`. Options: run(call, event) for the calls of the fragment,
+   * state of the place's list, title for a fragment without one. Returns { panel, list, form }.
+   */
+  Tandril.render = function (place, fragment, options) {
+    var panel = Tandril.panel.read(fragment);
+    var title = panel.title || options.title;
+    dom.forgetIds();
+    dom.empty(place);
+    var list = panel.list && new Tandril.List(panel.list, { state: options.state, run: options.run, label: title });
+    var form = panel.form && new Tandril.Form(panel.form, { run: options.run, label: title });
+    var buttons = panel.buttons.concat(form ? form.buttons : []);
+    var body = dom.make('div', { 'class': 'panel-body' }, [
+      panel.links.length ? makeLinks(panel.links, options.run) : null,
+      panel.facts.length ? makeFacts(panel.facts, options.run) : null,
+      list && list.element,
+      form && form.element,
+      panel.notes.length ? dom.make('p', { 'class': 'note' }, panel.notes.join(' ')) : null
+    ]);
+    dom.append(place, dom.make('div', { 'class': 'panel' }, [
+      makeTitle(panel, options, list), body, buttons.length ? makeButtons(buttons, options.run) : null
+    ]));
+    if (list) { list.restore(); }
+    return { panel: panel, list: list, form: form };
+  };
+}(window));

@@ -1,0 +1,134 @@
+/*
+ * Takes the page's calls to the component: through the web host that served the page, or straight to the COM object
+ * where the browser can make one. Everything above this file is the same code in both cases.
+ *
+ * Calls are made one at a time in the order in which they were asked for, because some methods rely on what the call
+ * before them has loaded. An answer is one of
+ *   { ok: true, result: VALUE, out: {...} }
+ *   { ok: false, kind: "fault" | "invalid" | "refused" | "lost", text: "..." }
+ */
+(function (root) {
+  'use strict';
+
+  var Tandril = root.Tandril = root.Tandril || {};
+
+  var PROGRAM = 'Tandril.Client20';
+  var client = null;
+  var token = '';
+  var waiting = [];
+  var running = false;
+
+  function makeClient() {
+    try {
+      return typeof root.ActiveXObject === 'undefined' ? null : new root.ActiveXObject(PROGRAM);
+    } catch (unavailable) {
+      return null;
+    }
+  }
+
+  /** Sends one request; done({status, text}), with status 0 when there was no answer. */
+  function send(verb, address, type, body, done) {
+    var request = new XMLHttpRequest();
+    request.open(verb, address, true);
+    if (type) { request.setRequestHeader('Content-Type', type); }
+    if (verb === 'POST') { request.setRequestHeader('X-Tandril-Csrf', token); }
+    request.onreadystatechange = function () {
+      if (request.readyState === 4) { done({ status: request.status, text: request.responseText || '' }); }
+    };
+    request.send(body);
+    return request;
+  }
+
+  function parse(text) {
+    try {
+      return JSON.parse(text);
+    } catch (notJson) {
+      return null;
+    }
+  }
+
+  function readAnswer(reply) {
+    if (reply.status === 0) { return { ok: false, kind: 'lost', text: '' }; }
+    var body = parse(reply.text);
+    if (reply.status === 200 && body && body.hasOwnProperty('result')) {
+      return { ok: true, result: body.result, out: body.out || {} };
+    }
+    if (body && body.fault) { return { ok: false, kind: 'fault', text: body.fault }; }
+    if (body && body.invalid) { return { ok: false, kind: 'invalid', text: body.invalid }; }
+    return { ok: false, kind: 'refused', text: reply.text || String(reply.status) };
+  }
+
+  /* The object's methods cannot be called with a list of arguments, so each count has its line. */
+  function invoke(method, a) {
+    switch (a.length) {
+      case 0: return client[method]();
+      case 1: return client[method](a[0]);
+      case 2: return client[method](a[0], a[1]);
+      case 3: return client[method](a[0], a[1], a[2]);
+      case 4: return client[method](a[0], a[1], a[2], a[3]);
+      case 5: return client[method](a[0], a[1], a[2], a[3], a[4]);
+      default: return client[method](a[0], a[1], a[2], a[3], a[4], a[5]);
+    }
+  }
+
+  function callObject(method, args, done) {
+    var answer;
+    try {
+      var result = invoke(method, args);
+      answer = { ok: true, result: result === undefined ? null : result, out: {} };
+    } catch (fault) {
+      answer = { ok: false, kind: 'fault', text: fault.message || fault.description || String(fault) };
+    }
+    done(answer);
+  }
+
+  function callHost(method, args, done) {
+    send('POST', '/client20/' + method, 'application/json', JSON.stringify(args), function (reply) {
+      done(readAnswer(reply));
+    });
+  }
+
+  function next() {
+    var job = waiting.shift();
+    running = Boolean(job);
+    if (!job) { return; }
+    (client ? callObject : callHost)(job.method, job.args, function (answer) {
+      job.done(answer);
+      root.setTimeout(next, 0);
+    });
+  }
+
+  Tandril.transport = {
+    /** Finds the way to the component; done(answer) like a call. Comes before the first call. */
+    open: function (done) {
+      client = makeClient();
+      if (client) {
+        done({ ok: true, result: null, out: {} });
+        return;
+      }
+      send('GET', '/session', '', null, function (reply) {
+        var session = reply.status === 200 && parse(reply.text);
+        token = session && session.csrf || '';
+        done(token ? { ok: true, result: null, out: {} } : readAnswer(reply));
+      });
+    },
+
+    /** Makes one call; `args` holds all arguments in order. */
+    call: function (method, args, done) {
+      waiting.push({ method: method, args: args, done: done });
+      if (!running) { next(); }
+    },
+
+    /** Asks the enterprise server; done({ok, status, text}). Returns the request, which can be aborted. */
+    enterprise: function (verb, path, body, done) {
+      return send(verb, '/enterprise/' + path, body === null ? '' : 'text/xml; charset=utf-8', body, function (reply) {
+        done({ ok: reply.status === 200, status: reply.status, text: reply.text });
+      });
+    },
+
+    /** Whether the component is used directly, without the web host. */
+    isDirect: function () {
+      return client !== null;
+    }
+  };
+}(window));

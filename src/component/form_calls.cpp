@@ -1,0 +1,148 @@
+#include "component/form_calls.h"
+
+#include <optional>
+
+#include "forms/column_headings.h"
+#include "forms/creation_form.h"
+#include "forms/detail_form.h"
+#include "forms/drop_downs.h"
+
+namespace tandril::form_calls {
+namespace {
+
+constexpr std::string_view noStore = "SLBEU0260";
+constexpr std::string_view noMapper = "SLBEU0261";
+constexpr std::string_view noRecord = "SLBEU0323";
+// What the form of a material line says without a field mapper; the page's text, not a message's.
+constexpr std::string_view noStyleSheet = "Unable to load Harbrook Style Sheet";
+
+// Whether the documents could be loaded; the failure is told otherwise.
+bool hasStore(Call& call) {
+    if (call.store() == nullptr) {
+        call.fail(noStore);
+        return false;
+    }
+    return true;
+}
+
+bool hasMapper(Call& call) {
+    if (call.mapper() == nullptr) {
+        call.fail(noMapper);
+        return false;
+    }
+    return true;
+}
+
+std::string showRecord(Call& call, const forms::FormKind& kind, const forms::RecordKey& key,
+                       bool correctsError) {
+    std::optional<std::string> form = forms::detailForm(
+        *call.mapper(), *call.store(), kind, forms::keyAt(kind.level, key), correctsError);
+    if (!form) {
+        call.fail(noRecord);
+    }
+    return form.value_or("");
+}
+
+LocalNumber counterOf(forms::Level level) {
+    switch (level) {
+        case forms::Level::Order:
+            return LocalNumber::Order;
+        case forms::Level::Activity:
+            return LocalNumber::Activity;
+        case forms::Level::Line:
+            break;
+    }
+    return LocalNumber::CostLine;
+}
+
+// The next provisional number at that level.
+std::string drawNumber(Call& call, forms::Level level) {
+    return "_" + std::to_string(call.settings().nextLocalId(counterOf(level)));
+}
+
+// What a cost line's form shows of its activity; nothing when there is no store.
+std::string descriptionFor(Call& call, forms::Level level, const forms::RecordKey& parent) {
+    if (level != forms::Level::Line || call.store() == nullptr) {
+        return {};
+    }
+    return forms::activityDescription(*call.store(), parent);
+}
+
+}  // namespace
+
+std::string details(Call& call, const std::string& kindNumber, const forms::RecordKey& key,
+                    bool correctsError) {
+    if (!hasStore(call) || !hasMapper(call)) {
+        return {};
+    }
+    const forms::FormKind* kind = forms::formKind(kindNumber);
+    return kind == nullptr ? forms::emptyDetailForm() : showRecord(call, *kind, key, correctsError);
+}
+
+std::string registrationDetails(Call& call, const forms::RecordKey& key, bool correctsError) {
+    if (!hasStore(call) || !hasMapper(call)) {
+        return {};
+    }
+    return showRecord(call, forms::hourRegistrationKind(), key, correctsError);
+}
+
+std::string creation(Call& call, const std::string& kindNumber, const forms::RecordKey& parent) {
+    if (!hasMapper(call)) {
+        return {};
+    }
+    const forms::FormKind* kind = forms::formKind(kindNumber);
+    if (kind == nullptr) {
+        return {};
+    }
+    const std::string number = drawNumber(call, kind->level);
+    return forms::creationForm(*call.mapper(), *kind, parent, number,
+                               descriptionFor(call, kind->level, parent));
+}
+
+std::string newActivity(Call& call, const std::string& kindNumber) {
+    const forms::FormKind& kind = forms::activityKind();
+    if (!hasMapper(call) || kindNumber != kind.number) {
+        return {};
+    }
+    const std::string number = drawNumber(call, kind.level);
+    const std::string orderRow = call.store() == nullptr
+                                     ? call.fail(noStore)
+                                     : forms::orderSelectRow(*call.mapper(), *call.store());
+    return forms::newActivityForm(*call.mapper(), number, orderRow);
+}
+
+std::string newMaterialLine(Call& call) {
+    if (call.mapper() == nullptr) {
+        call.setError(noStyleSheet);
+        return std::string(noStyleSheet);
+    }
+    return forms::newMaterialForm(*call.mapper(), drawNumber(call, forms::materialKind().level));
+}
+
+std::string newRegistration(Call& call) {
+    if (!hasMapper(call)) {
+        return {};
+    }
+    return forms::newHourRegistrationForm(*call.mapper(),
+                                          drawNumber(call, forms::hourRegistrationKind().level));
+}
+
+std::string orderOptions(Call& call) {
+    return call.store() == nullptr ? call.fail(noStore) : forms::orderOptions(*call.store());
+}
+
+std::string activityOptions(Call& call, const std::string& order) {
+    return call.store() == nullptr ? call.fail(noStore)
+                                   : forms::activityOptions(*call.store(), order);
+}
+
+std::string registrationHeadings(Call& call, std::int16_t& columns, const std::string& section) {
+    if (!hasMapper(call)) {
+        return {};
+    }
+    const mapper::ColumnHeader header = forms::registrationHeadings(*call.mapper(), section);
+    columns = static_cast<std::int16_t>(header.columns);
+    return header.html;
+}
+
+}  // namespace tandril::form_calls

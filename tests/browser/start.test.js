@@ -1,0 +1,122 @@
+'use strict';
+
+const { test, before, after } = require('node:test');
+const assert = require('node:assert/strict');
+const { launch, openPage } = require('./support/browser');
+const { startMockHost } = require('./support/mock_host');
+const f = require('./support/fragments');
+
+const LABELS = ['Service Order', 'Activity', 'Description', 'Planned start'];
+const ACTIVITIES = f.myActivities('My activities', LABELS, [
+  { order: 'A1', activities: [
+    { number: '10', cells: [f.cell('Boiler fails to start'), f.cell('11/15/2026 1030')] },
+    { number: '20', cells: [f.cell('Pump is loud'), f.cell('11/16/2026 0800')] }
+  ] },
+  { order: 'Büro 7', activities: [{ number: '10', cells: [f.cell('Größe prüfen'), f.cell('')] }] }
+]);
+const DETAILS = f.activityDetails('Activity', 'A1', '10', [f.fieldRow('Description', f.input('Description', 'Boiler fails to start'))]);
+
+let browser;
+before(async () => { browser = await launch(); });
+after(async () => { await browser.close(); });
+
+async function withPage(answers, enterprise, act) {
+  const host = await startMockHost(answers, enterprise);
+  const page = await openPage(browser, host.address);
+  try {
+    await act(page, host);
+    assert.deepEqual(page.problems, []);
+  } finally {
+    await page.context().close();
+    await host.stop();
+  }
+}
+
+const called = (host, method) => host.calls.filter((call) => call.method === method).map((call) => call.args);
+
+test('ShowsTheRowsOfMyActivities', () => withPage({ MyActivities: ACTIVITIES, ListOrders: 'x' }, {}, async (page, host) => {
+  await page.waitForSelector('#divList tr.tablerows');
+  assert.equal(host.calls[0].method, 'Initialize');
+  assert.equal(await page.textContent('#divList h2'), 'My activities');
+  assert.deepEqual(await page.$$eval('#divList th', (cells) => cells.map((cell) => cell.textContent)), LABELS);
+  const rows = await page.$$eval('#divList tbody tr', (all) => all.map((row) =>
+    [row.className.split(' ')[0], ...Array.from(row.cells, (cell) => cell.textContent.trim())]));
+  assert.deepEqual(rows, [
+    ['orderrow', 'A1'],
+    ['tablerows', '', '10', 'Boiler fails to start', '11/15/2026 1030'],
+    ['tablerows', '', '20', 'Pump is loud', '11/16/2026 0800'],
+    ['orderrow', 'Büro 7'],
+    ['tablerows', '', '10', 'Größe prüfen', '']
+  ]);
+}));
+
+test('ClickOnARowReachesShowdetails', () => withPage({ MyActivities: ACTIVITIES, GetDetails: DETAILS, ListOrders: 'x' }, {}, async (page, host) => {
+  await page.click('#divList tr.tablerows span.links');
+  await page.waitForSelector('#divDetails .form');
+  assert.deepEqual(called(host, 'GetDetails'), [['2', 'A1', '10', '', '', 2]]);
+  assert.equal(await page.inputValue('#divDetails #Description'), 'Boiler fails to start');
+}));
+
+test('EnterOnARowReachesShowdetails', () => withPage({ MyActivities: ACTIVITIES, GetDetails: DETAILS, ListOrders: 'x' }, {}, async (page, host) => {
+  await page.focus('#divList tr[tabindex="0"]');
+  await page.keyboard.press('ArrowDown');
+  await page.keyboard.press('ArrowDown');
+  await page.keyboard.press('Enter');
+  await page.waitForSelector('#divDetails .form');
+  assert.deepEqual(called(host, 'GetDetails'), [['2', 'A1', '20', '', '', 2]]);
+}));
+
+test('FirstRunFetchesTheFieldMapperAndTheOrders', () => {
+  let orders = '';
+  return withPage({
+    FMapperXMLExists: false,
+    ListOrders: () => orders,
+    DownloadXml: () => { orders = 'x'; return 'New Data has been downloaded.'; },
+    MyActivities: () => (orders ? ACTIVITIES : '')
+  }, { fieldmapper: '<mapper/>', orders: '<harbrook/>' }, async (page, host) => {
+    await page.waitForSelector('#divList tr.tablerows');
+    assert.deepEqual(host.fetched, ['/enterprise/fieldmapper', '/enterprise/orders']);
+    assert.deepEqual(called(host, 'getFMapper'), [['<mapper/>', 'Yes']]);
+    assert.deepEqual(called(host, 'DownloadXml'), [['<harbrook/>']]);
+  });
+});
+
+test('FirstRunWithoutTheServerSaysSo', async () => {
+  const host = await startMockHost({ FMapperXMLExists: false, Get_Error: 'There are no activities' });
+  const page = await openPage(browser, host.address);
+  await page.waitForSelector('#divList .note');
+  assert.match(await page.textContent('#message'), /enterprise server cannot be reached/);
+  assert.equal(await page.textContent('#divList .note'), 'There are no activities');
+  assert.deepEqual(called(host, 'DownloadXml'), []);
+  await page.context().close();
+  await host.stop();
+});
+
+const VIEWS = {
+  myActivities: 'MyActivities', activitiesOpen: 'ViewActivities_W', activitiesSent: 'ViewActivities_SI', completed: 'completedAgenda',
+  cancelled: 'canceledAgenda', orders: 'ListOrders', ordersOpen: 'ViewOrders_W', ordersSent: 'ViewOrders_SI'
+};
+
+test('TheMenuOpensTheEightLists', () => {
+  const answers = {};
+  Object.entries(VIEWS).forEach(([view, method]) => {
+    answers[method] = f.listOrders('Title of ' + view, ['Service Order'], [{ order: 'A1', cells: [] }]);
+  });
+  return withPage(answers, {}, async (page, host) => {
+    for (const [view, method] of Object.entries(VIEWS)) {
+      await page.click(`[data-view="${view}"]`);
+      await page.waitForFunction((title) => document.querySelector('#divList h2')?.textContent === title, 'Title of ' + view);
+      assert.ok(called(host, method).length > 0, method);
+      assert.equal(await page.getAttribute(`[data-view="${view}"]`, 'aria-current'), 'page');
+    }
+  });
+});
+
+test('AFaultIsShownInPlainWords', async () => {
+  const host = await startMockHost({ ListOrders: 'x', MyActivities: () => ({ fault: 'the log cannot be written' }) });
+  const page = await openPage(browser, host.address);
+  await page.waitForSelector('#message.bad');
+  assert.match(await page.textContent('#message'), /MyActivities ended in a fault: the log cannot be written/);
+  await page.context().close();
+  await host.stop();
+});

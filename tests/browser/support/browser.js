@@ -1,0 +1,27 @@
+'use strict';
+
+/* One Chromium per test file. */
+
+const { chromium } = require('playwright-core');
+
+const PROGRAM = process.env.CHROMIUM || '/usr/bin/chromium';
+
+function launch() {
+  const isRoot = typeof process.getuid === 'function' && process.getuid() === 0;
+  return chromium.launch({
+    executablePath: PROGRAM, headless: true, args: ['--disable-gpu', '--disable-dev-shm-usage'].concat(isRoot ? ['--no-sandbox'] : [])
+  });
+}
+
+/** A page that fails its test on an uncaught error of a script; page.problems holds what the console complained of. */
+async function openPage(browser, address, options = {}) {
+  const context = await browser.newContext({ locale: 'en-GB', viewport: { width: 1440, height: 900 }, ...options });
+  const page = await context.newPage();
+  page.problems = [];
+  page.on('pageerror', (error) => page.problems.push(String(error)));
+  page.on('console', (message) => { if (message.type() === 'error') { page.problems.push(message.text()); } });
+  await page.goto(address);
+  return page;
+}
+
+module.exports = { launch, openPage };

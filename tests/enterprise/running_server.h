@@ -1,0 +1,42 @@
+#pragma once
+
+#include <httplib.h>
+
+#include <string>
+#include <thread>
+
+#include "enterprise/web_server.h"
+
+namespace tandril::enterprise {
+
+// A server on a free port for the length of a test, with a client that talks to it.
+class RunningServer {
+  public:
+    explicit RunningServer(Office& office, Language fallback = Language::English)
+        : server_(office, fallback),
+          port_(server_.bind(0)),
+          client_("127.0.0.1", port_),
+          thread_([this] { server_.run(); }) {}
+    ~RunningServer() { server_.stop(); }
+    RunningServer(const RunningServer&) = delete;
+    RunningServer& operator=(const RunningServer&) = delete;
+
+    int port() const { return port_; }
+
+    // Throws when the server does not answer.
+    httplib::Response get(const std::string& path, const httplib::Headers& headers = {}) {
+        return client_.Get(path, headers).value();
+    }
+    httplib::Response post(const std::string& path, const std::string& body,
+                           const httplib::Headers& headers = {}) {
+        return client_.Post(path, headers, body, "application/xml").value();
+    }
+
+  private:
+    WebServer server_;
+    int port_;
+    httplib::Client client_;
+    std::jthread thread_;
+};
+
+}  // namespace tandril::enterprise

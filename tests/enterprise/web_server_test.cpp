@@ -1,0 +1,120 @@
+// The sample enterprise server over real connections: what it hands out and whom it refuses.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "enterprise/running_server.h"
+
+namespace tandril::enterprise {
+namespace {
+
+using testing::HasSubstr;
+
+std::string sampleText(const std::string& name) {
+    std::ifstream in(std::string(TANDRIL_SAMPLES_DIR) + "/" + name, std::ios::binary);
+    std::ostringstream bytes;
+    bytes << in.rdbuf();
+    return bytes.str();
+}
+
+class EnterpriseServer : public testing::Test {
+  protected:
+    Office office_{SampleFolder(TANDRIL_SAMPLES_DIR)};
+    RunningServer server_{office_};
+};
+
+TEST_F(EnterpriseServer, TellsThatItIsThere) {
+    const auto answer = server_.get("/health");
+    EXPECT_EQ(answer.status, 200);
+    EXPECT_EQ(answer.body, "ok\n");
+}
+
+TEST_F(EnterpriseServer, HandsOutTheSampleOrdersByteForByte) {
+    const auto answer = server_.get("/orders");
+    EXPECT_EQ(answer.status, 200);
+    EXPECT_EQ(answer.get_header_value("Content-Type"), "application/xml; charset=utf-8");
+    EXPECT_EQ(answer.get_header_value("Cache-Control"), "no-store");
+    EXPECT_EQ(answer.body, sampleText("orders.xml"));
+    EXPECT_THAT(answer.body, HasSubstr("Bäckerei Krüger"));
+}
+
+TEST_F(EnterpriseServer, HandsOutTheChangesOfTheMasterData) {
+    EXPECT_EQ(server_.get("/masterdata").body, sampleText("masterdata/extract.xml"));
+}
+
+TEST_F(EnterpriseServer, HandsOutTheFieldMapperInEnglishWithoutAWish) {
+    const auto answer = server_.get("/fieldmapper");
+    EXPECT_EQ(answer.body, sampleText("fieldmapper-en.xml"));
+    EXPECT_EQ(answer.get_header_value("Content-Language"), "en");
+}
+
+TEST_F(EnterpriseServer, HandsOutTheFieldMapperInTheBrowsersLanguage) {
+    const auto english = server_.get("/fieldmapper", {{"Accept-Language", "fr, de-AT;q=0.9, en"}});
+    EXPECT_EQ(english.get_header_value("Content-Language"), "en");
+    const auto dutch =
+        server_.get("/fieldmapper", {{"Accept-Language", "nl-NL,nl;q=0.9,en;q=0.8"}});
+    EXPECT_EQ(dutch.body, sampleText("fieldmapper-nl.xml"));
+}
+
+TEST_F(EnterpriseServer, ALanguageInTheQueryGoesBeforeTheBrowsers) {
+    const auto answer = server_.get("/fieldmapper?language=de", {{"Accept-Language", "nl"}});
+    EXPECT_EQ(answer.body, sampleText("fieldmapper-de.xml"));
+}
+
+TEST_F(EnterpriseServer, AnUnknownPathIsNotFound) {
+    const auto answer = server_.get("/secrets");
+    EXPECT_EQ(answer.status, 404);
+    EXPECT_EQ(answer.body, "There is no GET /secrets.\n");
+}
+
+TEST_F(EnterpriseServer, RefusesPagesOfOtherSites) {
+    EXPECT_EQ(server_.get("/orders", {{"Origin", "http://evil.example"}}).status, 403);
+    EXPECT_EQ(server_.get("/orders", {{"Host", "evil.example:80"}}).status, 403);
+    EXPECT_EQ(server_.get("/orders", {{"Host", "localhost:80"}}).status, 200);
+}
+
+TEST_F(EnterpriseServer, APortThatIsTakenIsRefused) {
+    WebServer second(office_, Language::English);
+    EXPECT_THROW(second.bind(server_.port()), std::runtime_error);
+}
+
+TEST(EnterpriseServerStop, BeforeTheStartKeepsTheServerFromStarting) {
+    Office office{SampleFolder(TANDRIL_SAMPLES_DIR)};
+    WebServer server(office, Language::German);
+    const int port = server.bind(0);
+    server.stop();
+    server.run();
+    httplib::Client client("127.0.0.1", port);
+    client.set_read_timeout(std::chrono::milliseconds(100));
+    EXPECT_FALSE(client.Get("/health"));
+}
+
+TEST(EnterpriseServerLanguage, OfTheServerServesClientsThatNameNone) {
+    Office office{SampleFolder(TANDRIL_SAMPLES_DIR)};
+    RunningServer server(office, Language::German);
+    EXPECT_EQ(server.get("/fieldmapper").body, sampleText("fieldmapper-de.xml"));
+    EXPECT_EQ(server.get("/fieldmapper", {{"Accept-Language", "fr"}}).body,
+              sampleText("fieldmapper-de.xml"));
+}
+
+TEST(SampleFolderOfTheServer, NamesTheFileThatIsMissing) {
+    try {
+        SampleFolder folder("/nonexistent");
+        FAIL() << "a missing folder was taken";
+    } catch (const std::runtime_error& failure) {
+        EXPECT_STREQ(failure.what(), "Cannot read the sample file /nonexistent/fieldmapper-en.xml");
+    }
+}
+
+TEST(SampleFolderOfTheServer, KnowsTheItemsThatTheExtractAdds) {
+    const SampleFolder folder(TANDRIL_SAMPLES_DIR);
+    EXPECT_TRUE(folder.masterTables().has("SERVICEITEMS", {{"ITEM", "FLT-400"}}));
+    EXPECT_TRUE(folder.masterTables().has("SERVICEITEMS", {{"ITEM", "FLT-200"}}));
+    EXPECT_FALSE(folder.masterTables().has("SERVICEITEMS", {{"ITEM", "FLT-3OO"}}));
+}
+
+}  // namespace
+}  // namespace tandril::enterprise

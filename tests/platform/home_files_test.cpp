@@ -1,0 +1,175 @@
+// What the files of a home folder add to the cases of every file system: the real disk.
+#include "platform/linux/home_files.h"
+
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include <csignal>
+#include <filesystem>
+
+#include "platform/child_process.h"
+#include "platform/fault.h"
+#include "support/temporary_home.h"
+
+namespace tandril::platform {
+namespace {
+
+using test::ChildEnd;
+using test::Hardship;
+using test::kEndedByFault;
+using test::runInChild;
+using test::TemporaryHome;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+constexpr std::string_view kStore = "C:\\Vorn Tandril\\Harbrook.xml";
+constexpr const char* kRealStore = "Vorn Tandril/Harbrook.xml";
+constexpr Hardship kFullDisk{.fileSizeLimit = 4096};
+constexpr Hardship kKilled{.fileSizeLimit = 4096, .killedAtLimit = true};
+constexpr Hardship kOrdinaryUser{.ordinaryUser = true};
+
+class HomeFilesTest : public ::testing::Test {
+  protected:
+    mode_t mode() const {
+        struct stat status {};
+        EXPECT_EQ(::stat(home.pathOf(kRealStore).c_str(), &status), 0);
+        return status.st_mode & 07777;
+    }
+    void setMode(const char* relative, mode_t mode) const {
+        ASSERT_EQ(::chmod(home.pathOf(relative).c_str(), mode), 0);
+    }
+    int replace(std::string_view bytes) {
+        files.replace(kStore, bytes, Durability::Durable);
+        return 0;
+    }
+    int append(std::string_view bytes) {
+        files.append(kStore, bytes);
+        return 0;
+    }
+
+    TemporaryHome home;
+    HomeFiles files{home.path()};
+    const std::string old = std::string(3000, 'o');
+    const std::string large = std::string(100'000, 'n');
+};
+
+TEST_F(HomeFilesTest, ThePathsLieInTheHome) {
+    home.write(kRealStore, "<harbrook/>");
+    EXPECT_EQ(files.read(kStore), "<harbrook/>");
+    files.createFolder("C:\\Vorn Tandril\\MasterData");
+    EXPECT_TRUE(home.exists("Vorn Tandril/MasterData"));
+    EXPECT_EQ(files.realPath(kStore), home.pathOf(kRealStore));
+}
+
+TEST_F(HomeFilesTest, WithoutTheHomeThereIsNoDrive) {
+    HomeFiles lost(home.pathOf("none"));
+    EXPECT_FALSE(lost.driveExists("C:"));
+    EXPECT_THROW(lost.createFolder("C:\\Vorn Tandril"), Fault);
+    EXPECT_THAT(home.names(), IsEmpty());
+    home.write("file", "");
+    EXPECT_FALSE(HomeFiles(home.pathOf("file")).driveExists("C:"));
+}
+
+TEST_F(HomeFilesTest, FaultsNameTheAttemptThePathAndTheCause) {
+    try {
+        (void)files.read(kStore);
+        FAIL() << "no fault";
+    } catch (const Fault& fault) {
+        EXPECT_EQ(std::string(fault.what()),
+                  "cannot read \"C:\\Vorn Tandril\\Harbrook.xml\": No such file or directory");
+    }
+}
+
+TEST_F(HomeFilesTest, ReplaceKeepsThePermissions) {
+    home.write(kRealStore, old);
+    setMode(kRealStore, 0640);
+    replace("new");
+    EXPECT_EQ(mode(), 0640u);
+}
+
+TEST_F(HomeFilesTest, ANewFileHasTheUsersUsualPermissions) {
+    home.makeFolder("Vorn Tandril");
+    const mode_t before = ::umask(0027);
+    replace("new");
+    ::umask(before);
+    EXPECT_EQ(mode(), 0640u);
+}
+
+TEST_F(HomeFilesTest, AWriteProtectedFileIsNotReplaced) {
+    home.write(kRealStore, old);
+    setMode("", 0777);
+    setMode("Vorn Tandril", 0777);
+    setMode(kRealStore, 0444);
+    EXPECT_EQ(runInChild(kOrdinaryUser, [&] { return replace("new"); }).exitStatus, kEndedByFault);
+    EXPECT_EQ(home.read(kRealStore), old);
+    EXPECT_THAT(home.names("Vorn Tandril"), ElementsAre("Harbrook.xml"));
+}
+
+TEST_F(HomeFilesTest, AWriteProtectedFolderIsAFault) {
+    home.write(kRealStore, old);
+    setMode(kRealStore, 0666);
+    setMode("Vorn Tandril", 0555);
+    EXPECT_EQ(runInChild(kOrdinaryUser, [&] { return replace("new"); }).exitStatus, kEndedByFault);
+    EXPECT_EQ(home.read(kRealStore), old);
+    setMode("Vorn Tandril", 0755);
+}
+
+TEST_F(HomeFilesTest, AFullDiskLeavesTheOldFileAndNothingElse) {
+    home.write(kRealStore, old);
+    EXPECT_EQ(runInChild(kFullDisk, [&] { return replace(large); }).exitStatus, kEndedByFault);
+    EXPECT_EQ(home.read(kRealStore), old);
+    EXPECT_THAT(home.names("Vorn Tandril"), ElementsAre("Harbrook.xml"));
+}
+
+TEST_F(HomeFilesTest, AKillInTheMiddleLeavesTheOldFile) {
+    home.write(kRealStore, old);
+    const ChildEnd end = runInChild(kKilled, [&] { return replace(large); });
+    EXPECT_EQ(end.signal, SIGXFSZ);
+    EXPECT_EQ(home.read(kRealStore), old);
+    replace("new");
+    EXPECT_EQ(home.read(kRealStore), "new");
+}
+
+TEST_F(HomeFilesTest, AFailedAppendLeavesTheFileAsLongAsItWas) {
+    home.write(kRealStore, old);
+    EXPECT_EQ(runInChild(kFullDisk, [&] { return append(large); }).exitStatus, kEndedByFault);
+    EXPECT_EQ(home.read(kRealStore), old);
+    EXPECT_EQ(runInChild(kFullDisk, [&] { return append("fits"); }).exitStatus, 0);
+    EXPECT_EQ(home.read(kRealStore), old + "fits");
+}
+
+TEST_F(HomeFilesTest, ReadersSeeTheFileWholeWhileTwoProcessesReplaceIt) {
+    const std::string one(70'000, '1');
+    const std::string two(50'000, '2');
+    home.write(kRealStore, one);
+    const auto writeOften = [&](const std::string& bytes) {
+        return test::startInChild({}, [&] {
+            for (int i = 0; i < 200; ++i) files.replace(kStore, bytes, Durability::Relaxed);
+            return 0;
+        });
+    };
+    const pid_t children[] = {writeOften(one), writeOften(two)};
+    for (int i = 0; i < 200; ++i) {
+        const std::string seen = files.read(kStore);
+        ASSERT_TRUE(seen == one || seen == two) << "after " << i << " looks";
+    }
+    for (const pid_t child : children) EXPECT_EQ(test::waitFor(child).exitStatus, 0);
+    EXPECT_THAT(home.names("Vorn Tandril"), ElementsAre("Harbrook.xml"));
+}
+
+TEST_F(HomeFilesTest, PipesAreRefusedRatherThanWaitedFor) {
+    home.makeFolder("Vorn Tandril");
+    ASSERT_EQ(::mkfifo(home.pathOf(kRealStore).c_str(), 0666), 0);
+    EXPECT_THROW((void)files.read(kStore), Fault);
+    EXPECT_THROW(append("x"), Fault);
+}
+
+TEST_F(HomeFilesTest, FileNamesLeaveOutWhatNoPathCanName) {
+    home.write("Vorn Tandril/a\\b.mdb", "");
+    home.write("Vorn Tandril/c.mdb", "");
+    std::filesystem::create_symlink("nowhere", home.pathOf("Vorn Tandril/d.mdb"));
+    EXPECT_THAT(files.fileNames("C:\\Vorn Tandril"), ElementsAre("c.mdb"));
+}
+
+}  // namespace
+}  // namespace tandril::platform

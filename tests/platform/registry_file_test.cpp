@@ -1,0 +1,132 @@
+// What a registry in a file adds to the registry: when it is read and written.
+#include "platform/linux/registry_file.h"
+
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include "platform/child_process.h"
+#include "platform/fault.h"
+#include "support/temporary_home.h"
+
+namespace tandril::platform {
+namespace {
+
+using test::TemporaryHome;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::Optional;
+
+constexpr RegistryRoot kRoot = RegistryRoot::LocalMachine;
+constexpr std::string_view kKey = "SOFTWARE\\Vorn\\Vorn Tandril";
+constexpr const char* kName = "registry.reg";
+
+std::string settings(std::string_view mode) {
+    return "Windows Registry Editor Version 5.00\r\n\r\n"
+           "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Vorn\\Vorn Tandril]\r\n\"Mode\"=\"" +
+           std::string(mode) + "\"\r\n\r\n";
+}
+
+class RegistryFileTest : public ::testing::Test {
+  protected:
+    // Tells the saved file from the one before: a save makes a new one.
+    ino_t fileNumber() const {
+        struct stat status {};
+        EXPECT_EQ(::stat(home.pathOf(kName).c_str(), &status), 0);
+        return status.st_ino;
+    }
+
+    TemporaryHome home;
+    RegistryFile registry{home.pathOf(kName)};
+};
+
+TEST_F(RegistryFileTest, LookingCreatesNoFile) {
+    EXPECT_FALSE(registry.keyExists(kRoot, kKey));
+    EXPECT_FALSE(registry.setExisting(kRoot, kKey, "Mode", "x"));
+    registry.flush(Durability::Durable);
+    EXPECT_THAT(home.names(), IsEmpty());
+}
+
+TEST_F(RegistryFileTest, TheFirstSaveCreatesTheFile) {
+    registry.createKey(kRoot, "SOFTWARE");
+    EXPECT_THAT(home.names(), IsEmpty());
+    registry.flush(Durability::Durable);
+    EXPECT_EQ(home.read(kName),
+              "Windows Registry Editor Version 5.00\r\n\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE]\r\n\r\n");
+    EXPECT_THAT(home.names(), ElementsAre(kName));
+}
+
+TEST_F(RegistryFileTest, BothRootsAreFoundInAnyCase) {
+    home.write(kName,
+               "Windows Registry Editor Version 5.00\r\n[hkey_local_machine\\a]\r\n\"x\"=\"1\"\r\n"
+               "[Hkey_Current_User\\a]\r\n\"x\"=\"2\"\r\n");
+    EXPECT_THAT(registry.read(kRoot, "A", "x"), Optional(std::string("1")));
+    EXPECT_THAT(registry.read(RegistryRoot::CurrentUser, "A", "x"), Optional(std::string("2")));
+}
+
+TEST_F(RegistryFileTest, IsReadOncePerRefresh) {
+    home.write(kName, settings("Online"));
+    EXPECT_THAT(registry.read(kRoot, kKey, "Mode"), Optional(std::string("Online")));
+    home.write(kName, settings("Offline"));
+    EXPECT_THAT(registry.read(kRoot, kKey, "Mode"), Optional(std::string("Online")));
+    registry.refresh();
+    EXPECT_THAT(registry.read(kRoot, kKey, "Mode"), Optional(std::string("Offline")));
+}
+
+TEST_F(RegistryFileTest, IsWrittenOnlyWhenAValueChanged) {
+    home.write(kName, settings("Online"));
+    const ino_t before = fileNumber();
+    registry.setExisting(kRoot, kKey, "Mode", "Offline");
+    registry.setExisting(kRoot, kKey, "Mode", "Online");
+    registry.flush(Durability::Durable);
+    EXPECT_EQ(fileNumber(), before);
+    registry.setExisting(kRoot, kKey, "Mode", "Offline");
+    registry.flush(Durability::Relaxed);
+    EXPECT_NE(fileNumber(), before);
+    EXPECT_EQ(home.read(kName), settings("Offline"));
+}
+
+TEST_F(RegistryFileTest, AMalformedFileIsNamedAndLeftAlone) {
+    const std::string malformed = settings("Online") + "\"open\r\n";
+    home.write(kName, malformed);
+    for (int i = 0; i < 2; ++i) {
+        try {
+            registry.createKey(kRoot, kKey);
+            FAIL() << "no fault";
+        } catch (const Fault& fault) {
+            EXPECT_EQ(std::string(fault.what()),
+                      "cannot read the registry file \"" + home.pathOf(kName) +
+                          "\": line 6: the closing quotation mark is missing");
+        }
+        registry.flush(Durability::Durable);
+    }
+    EXPECT_EQ(home.read(kName), malformed);
+}
+
+TEST_F(RegistryFileTest, AFolderInItsPlaceIsAFault) {
+    home.makeFolder(kName);
+    EXPECT_THROW(registry.keyExists(kRoot, kKey), Fault);
+}
+
+TEST_F(RegistryFileTest, WithoutAHomeItIsEmptyAndCannotBeSaved) {
+    RegistryFile lost(home.pathOf("none/registry.reg"));
+    EXPECT_FALSE(lost.keyExists(kRoot, kKey));
+    lost.flush(Durability::Durable);
+    lost.createKey(kRoot, kKey);
+    EXPECT_THROW(lost.flush(Durability::Durable), Fault);
+    EXPECT_THAT(home.names(), IsEmpty());
+}
+
+TEST_F(RegistryFileTest, AFailedSaveLeavesTheFile) {
+    home.write(kName, settings("Online"));
+    const test::ChildEnd end = test::runInChild({.fileSizeLimit = 8}, [&] {
+        registry.setText(kRoot, kKey, "Mode", "Offline");
+        registry.flush(Durability::Durable);
+        return 0;
+    });
+    EXPECT_EQ(end.exitStatus, test::kEndedByFault);
+    EXPECT_EQ(home.read(kName), settings("Online"));
+    EXPECT_THAT(home.names(), ElementsAre(kName));
+}
+
+}  // namespace
+}  // namespace tandril::platform
