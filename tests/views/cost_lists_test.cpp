@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "views/documents.h"
+#include "support/documents.h"
 
 namespace tandril::test {
 namespace {

@@ -3,10 +3,14 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "mapper/field_mapper.h"
 #include "store/order_store.h"
+#include "xml/document.h"
 
+// Documents from what a test says of them. A text that is no such document is a mistake in the test
+// and throws.
 namespace tandril::test {
 
 inline xml::Document document(std::string_view text) {
@@ -27,7 +31,7 @@ inline store::OrderStore storeOf(std::string_view sections) {
 }
 
 inline mapper::FieldMapper mapperOf(std::string_view sections) {
-    return mapper::FieldMapper(document("<m>" + std::string(sections) + "</m>"));
+    return mapper::FieldMapper(document("<mapper>" + std::string(sections) + "</mapper>"));
 }
 
 }  // namespace tandril::test
