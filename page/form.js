@@ -55,13 +55,25 @@
       return null;
     }
     cell.kids.forEach(function (kid) {
+      if (kid.hint) {
+        this.addHint(control, kid.hint, label);
+        return;
+      }
       var made = this.makeControl(kid, label);
       if (!made) { return; }
       control.appendChild(made);
       first = first || made.id || null;
-      if (kid.hint === 'mm/dd/yyyy' || kid.hint === 'mmddyyyy') { this.addPicker(control, made, label); }
     }, this);
     return first;
+  };
+
+  /* A format hint stands in the empty field that it is for; a value that cannot be edited needs none. */
+  Form.prototype.addHint = function (control, hint, label) {
+    var input = control.lastChild;
+    if (!input || input.nodeName !== 'INPUT') { return; }
+    input.setAttribute('placeholder', hint);
+    input.classList.add(hint === 'hhmm' ? 'time' : 'date');
+    if (hint !== 'hhmm') { this.addPicker(control, input, label); }
   };
 
   Form.prototype.makeControl = function (kid, label) {
@@ -73,7 +85,6 @@
       case 'input': return this.makeInput(kid, label);
       case 'textarea': return this.makeTextarea(kid);
       case 'select': return this.makeSelect(kid);
-      case 'small': return dom.make('small', { 'class': 'hint' }, kid.hint);
       case 'span': return this.makeZoom(kid, label);
       case 'a': return this.makeLink(kid);
       default: return null;
@@ -87,8 +98,7 @@
   Form.prototype.makeInput = function (node, label) {
     var input = dom.make('input', {
       type: 'text', id: dom.freeId(node.field), 'data-field': node.field, size: node.size, disabled: node.disabled,
-      autocomplete: 'off', 'aria-label': isTime(node.field) ? text('timeOf', label) : null,
-      'class': isTime(node.field) ? 'time' : null
+      autocomplete: 'off', 'aria-label': isTime(node.field) ? text('timeOf', label) : null
     });
     input.value = this.stored[input.id] = node.value === undefined ? '' : node.value;
     return input;
@@ -139,10 +149,9 @@
   };
 
   /* The browser's own calendar, where it has one, writes into the text field; the text stays what counts. */
-  Form.prototype.addPicker = function (control, hint, label) {
-    var input = hint.previousSibling;
+  Form.prototype.addPicker = function (control, input, label) {
     var picker = dom.make('input', { type: 'date', 'class': 'picker', tabindex: -1, 'aria-hidden': 'true' });
-    if (!input || input.nodeName !== 'INPUT' || input.disabled || typeof picker.showPicker !== 'function') { return; }
+    if (input.disabled || typeof picker.showPicker !== 'function') { return; }
     picker.addEventListener('change', function () {
       var parts = picker.value.split('-');
       if (parts.length === 3) { input.value = parts[1] + '/' + parts[2] + '/' + parts[0]; }

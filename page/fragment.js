@@ -33,6 +33,9 @@
     this.at = 0;
     this.root = { tag: 'root', kids: [] };
     this.open = [this.root];
+    this.within = ['panel']; /* for each open element, what it is in: see surroundings() */
+    this.rowStart = 0;
+    this.rowEnd = -1; /* the row's closing, as far as it is known: what limit() found from rowStart on */
     this.list = null; /* the elements that were open when a list's last row began, its table last */
   }
 
@@ -54,8 +57,13 @@
   /** How far what begins at `from` can reach: in lists and forms to the end of the row. */
   Reader.prototype.limit = function (from) {
     var next = ROW_LIMITS[this.surroundings()];
-    var end = next ? this.text.indexOf(next, from) : -1;
-    return end < 0 ? from + FAR : Math.min(end, from + FAR);
+    if (!next) { return from + FAR; }
+    if (from < this.rowStart || from > this.rowEnd) {
+      var end = this.text.indexOf(next, from);
+      this.rowStart = from;
+      this.rowEnd = end < 0 ? this.text.length : end;
+    }
+    return Math.min(this.rowEnd, from + FAR);
   };
 
   /**
@@ -75,6 +83,13 @@
   Reader.prototype.push = function (node) {
     this.top().kids.push(node);
     this.open.push(node);
+    this.within.push(surroundingsIn(node, this.surroundings()));
+  };
+
+  /** Closes the elements above the lowest `depth` ones. */
+  Reader.prototype.cut = function (depth) {
+    this.open.length = depth;
+    this.within.length = depth;
   };
 
   Reader.prototype.leaf = function (node, end) {
@@ -96,18 +111,19 @@
   };
 
   Reader.prototype.addText = function (text) {
-    text = text.replace(NO_BREAK_SPACE, '\u00a0');
+    if (text === '') { return; }
+    text = decoded(text);
     var top = this.top();
     if ((top.tag === 'tr' || top.tag === 'table') && isBlank(text)) { return; }
     var kids = this.home().kids;
-    if (typeof last(kids) === 'string') { kids[kids.length - 1] += text; } else if (text) { kids.push(text); }
+    if (typeof last(kids) === 'string') { kids[kids.length - 1] += text; } else { kids.push(text); }
   };
 
   /** Closes elements up to the innermost `tag`; false when none is open this side of a table. */
   Reader.prototype.close = function (tag) {
     for (var i = this.open.length - 1; i > 0; i--) {
       if (this.open[i].tag === tag) {
-        this.open.length = i;
+        this.cut(i);
         return true;
       }
       if (this.open[i].tag === 'table') { return false; }
@@ -117,6 +133,19 @@
 
   function isListRow(node) {
     return node.tag === 'tr' && (node.cls === 'tablerows' || node.cls === 'orderrow');
+  }
+
+  function surroundingsIn(node, outside) {
+    if (outside === 'list' || outside === 'title' || outside === 'heading') { return outside; }
+    if (isListRow(node)) { return 'list'; }
+    if (node.cls === 'titles') { return 'title'; }
+    if (node.cls === 'tableheader') { return 'heading'; }
+    return node.tag === 'form' ? 'form' : outside;
+  }
+
+  /** A text with its no-break spaces, the only characters that the component writes by name. */
+  function decoded(text) {
+    return text.indexOf('&nbsp') < 0 ? text : text.replace(NO_BREAK_SPACE, '\u00a0');
   }
 
   function last(list) {
@@ -141,20 +170,13 @@
     if (this.top().tag === 'table' || this.top().tag === 'root' && !this.list) { return true; }
     if (!this.list || !isListRow(node) || !this.has('</tr>', at - 5)) { return false; }
     this.open = this.list.slice();
+    this.within = this.open.map(function () { return 'panel'; });
     return true;
   };
 
   /** What the reader is in: "title", "heading", "list" (a row of one), "form", or "panel" for anything else. */
   Reader.prototype.surroundings = function () {
-    var found = 'panel';
-    for (var i = this.open.length - 1; i > 0; i--) {
-      var node = this.open[i];
-      if (node.cls === 'titles') { return 'title'; }
-      if (node.cls === 'tableheader') { return 'heading'; }
-      if (isListRow(node)) { return 'list'; }
-      if (node.tag === 'form') { found = 'form'; }
-    }
-    return found;
+    return this.within[this.within.length - 1];
   };
 
   /**
@@ -176,7 +198,7 @@
   };
 
   Reader.prototype.plainText = function (from, to) {
-    return this.text.slice(from, to).replace(NO_BREAK_SPACE, '\u00a0');
+    return decoded(this.text.slice(from, to));
   };
 
   /** Takes the markup at the reader's place, a "<"; false when it is none of the component's. */
@@ -200,7 +222,7 @@
   Reader.prototype.run = function (mayGoOn) {
     var steps = 0;
     while (this.at < this.text.length) {
-      if (mayGoOn && ++steps % 256 === 0 && !mayGoOn()) { return false; }
+      if (mayGoOn && ++steps % 64 === 0 && !mayGoOn()) { return false; }
       var from = this.at;
       var next = this.text.indexOf('<', from);
       if (next < 0) { next = this.text.length; }

@@ -10,6 +10,9 @@
   var KINDS = { '1': 'order', '2': 'activity', '3': 'material', '4': 'labor', '5': 'other' };
   var FORM_WORDS = ['order', 'activity', 'material', 'labor', 'other'];
 
+  /* The places below the details, which belong to the record shown there. */
+  var COST_PLACES = ['divCostHeader', 'divCostLines', 'divCosts'];
+
   /* Fields whose zoom goes by another name, and the one that asks for the objects of a configuration. */
   var ZOOM_NAMES = { ServiceItem: 'Item' };
   var OBJECT_FIELDS = ['Object', 'OriginalObject', 'NewObject'];
@@ -22,9 +25,21 @@
     return place.shown && place.shown.form;
   }
 
+  /** The keys of a record as they stand beside the title of its form. */
+  function keyText(order, activity, line) {
+    return [order, activity, line].filter(Boolean).join(' / ');
+  }
+
   function showForm(method, args, done) {
+    var isRecord = method === 'GetDetails' || method === 'GetDetailsForHRA';
     page.guard(function () {
-      page.show('divDetails', { method: method, args: args, title: text('details'), focus: true }, done);
+      page.show('divDetails', {
+        method: method, args: args, title: text('details'), focus: true,
+        subtitle: isRecord ? keyText(args[1], args[2], args[3]) : ''
+      }, function () {
+        COST_PLACES.forEach(page.clear);
+        if (done) { done(); }
+      });
     });
   }
 
@@ -32,12 +47,8 @@
 
   function showdetails(kind, order, activity, line, flag) {
     showForm('GetDetails', [kind, order, activity, line, '', Number(flag) || 0], function () {
-      page.clear('divCosts');
-      page.clear('divCostLines');
       if (kind === '2') {
         page.show('divCostHeader', { method: 'CostLinesHeader', args: [order, activity], title: text('costHeader') });
-      } else {
-        page.clear('divCostHeader');
       }
     });
   }
@@ -65,16 +76,16 @@
   function winclose(name) {
     if (!page.place(name)) { return; }
     if (name === 'divZoomHype') { closeZoom(); return; }
-    (name === 'divDetails' ? page.guard : act)(function () {
+    (name === 'divDetails' ? page.guard : atOnce)(function () {
       page.clear(name);
-      if (name === 'divDetails') { page.clear('divCostHeader'); page.clear('divCostLines'); }
+      if (name === 'divDetails') { COST_PLACES.forEach(page.clear); }
       var list = page.place('divList').shown;
       if (name !== 'divList' && list && list.list) { list.list.focusActive(); }
     });
   }
 
-  function act(action) {
-    action();
+  function atOnce(act) {
+    act();
   }
 
   /* ---- cost lines ---- */
@@ -177,11 +188,18 @@
     return FORM_WORDS.indexOf(word) >= 0 ? word : word === 'hra' ? 'labor' : 'order';
   }
 
+  /** Runs `ask`, which makes one call, between opening and closing the data source; calls are made in order. */
+  function withDatabase(ask) {
+    page.call('OpenDataBase', [], function () {
+      ask();
+      page.quietly('CloseDataBase', [], function () {});
+    });
+  }
+
   function openWindow(mode, field, value, word) {
     var args = [mode, ZOOM_NAMES[field] || field, value, word];
-    page.call('OpenDataBase', [], function () {
+    withDatabase(function () {
       page.show('divZoomHype', { method: 'HyperLinkAndZoom', args: args, title: text('masterData'), focus: true });
-      page.call('CloseDataBase', [], act.bind(null, function () {}));
     });
   }
 
@@ -253,6 +271,11 @@
     });
   };
 
-  Tandril.showForm = showForm;
+  /** Opens the form of a new activity, which offers the orders. */
+  Tandril.newActivity = function () {
+    showForm('NewObject', ['2', '', '']);
+  };
+
+  Tandril.withDatabase = withDatabase;
   Tandril.closeZoom = closeZoom;
 }(window));

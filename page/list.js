@@ -35,19 +35,30 @@
     return call && call.name === 'showdetails' && column < 2 ? call.args[column + 1] : '';
   }
 
+  /* What a row holds is looked at when it is needed: a long list is shown before all its rows are. */
   function Row(node) {
-    this.cells = panel.kidsOf(node, 'td');
+    this.node = node;
     this.group = node.cls === 'orderrow';
-    this.cls = node.cls || 'tablerows';
+  }
+
+  Row.prototype.look = function () {
+    if (this.cells) { return this; }
+    this.cells = panel.kidsOf(this.node, 'td');
     this.call = mainCall(this.cells);
     this.texts = this.cells.map(panel.trimmed);
     this.key = this.call ? this.call.args.join('\n') : this.texts.join('\n');
-    this.search = this.texts.join(' ').toLowerCase();
-  }
+    return this;
+  };
 
   Row.prototype.textAt = function (column) {
-    var text = this.texts[column] || '';
+    var text = this.look().texts[column] || '';
     return text === '' ? leadingText(this.call, column) : text;
+  };
+
+  Row.prototype.holds = function (words) {
+    if (this.search === undefined) { this.search = this.look().texts.join(' ').toLowerCase(); }
+    var search = this.search;
+    return words.every(function (word) { return search.indexOf(word) >= 0; });
   };
 
   /** Dates compare by year first, numbers by value, everything else as text. */
@@ -76,17 +87,14 @@
 
   /** Keeps the rows that hold all words, and the group rows above them; a group that matches keeps its rows. */
   function filtered(rows, words) {
-    function matches(row) {
-      return words.every(function (word) { return row.search.indexOf(word) >= 0; });
-    }
     var kept = [];
     var groups = [];
     var previousWasGroup = false;
     rows.forEach(function (row) {
       if (row.group) {
         groups = previousWasGroup ? groups : [];
-        groups.push({ row: row, matches: matches(row), shown: false });
-      } else if (matches(row) || groups.some(function (group) { return group.matches; })) {
+        groups.push({ row: row, matches: row.holds(words), shown: false });
+      } else if (row.holds(words) || groups.some(function (group) { return group.matches; })) {
         groups.forEach(function (group) {
           if (!group.shown) { kept.push(group.row); }
           group.shown = true;
@@ -102,17 +110,39 @@
 
   function List(source, options) {
     this.head = source.head;
-    this.rows = source.rows.map(function (node) { return new Row(node); });
+    this.rows = [];
+    this.addRows(source.rows);
     this.state = options.state;
     this.run = options.run;
     this.label = options.label;
     this.shown = [];
     this.active = 0;
-    this.columns = this.rows.reduce(function (count, row) { return row.group ? count : Math.max(count, row.cells.length); },
-      this.head.length);
+    this.columns = this.rows.slice(0, SAMPLE).reduce(function (count, row) {
+      return row.group ? count : Math.max(count, row.look().cells.length);
+    }, this.head.length);
     this.build();
     this.update();
   }
+
+  List.prototype.addRows = function (nodes) {
+    for (var i = 0; i < nodes.length; i++) { this.rows.push(new Row(nodes[i])); }
+  };
+
+  /**
+   * Adds rows that were read later. The rows in view stay the elements that they are; a list that is filtered or sorted
+   * takes the new ones in once `isLast` says so.
+   */
+  List.prototype.grow = function (nodes, isLast) {
+    var isPlain = this.shown === this.rows;
+    this.addRows(nodes);
+    if (isPlain) {
+      this.stretch();
+    } else if (isLast) {
+      this.update();
+    }
+    if (isLast) { this.restore(); }
+    if (this.onchange) { this.onchange(); }
+  };
 
   List.prototype.build = function () {
     var self = this;
@@ -133,19 +163,16 @@
   /* Widths come from the longest texts, so that columns do not jump while rows come into view. */
   List.prototype.makeColumns = function () {
     var group = dom.make('colgroup');
-    var total = 0;
     for (var column = 0; column < this.columns; column++) {
-      var longest = (this.head[column] || '').length + 2;
+      var longest = (this.head[column] || '').length;
       for (var i = 0; i < this.rows.length && i < SAMPLE; i++) {
         if (!this.rows[i].group) { longest = Math.max(longest, this.rows[i].textAt(column).length); }
       }
-      var width = Math.min(Math.max(longest, 7), 34);
-      total += width;
+      var width = Math.min(Math.max(longest, 3), 32);
       var element = dom.make('col');
-      element.style.width = width + 'ch';
+      element.style.width = 'calc(' + width + 'ch + 26px)';
       group.appendChild(element);
     }
-    this.width = total;
     return group;
   };
 
@@ -180,8 +207,11 @@
 
   /** Number of the rows that are records, all and those shown. */
   List.prototype.counts = function () {
-    function isRecord(row) { return !row.group; }
-    return { all: this.rows.filter(isRecord).length, shown: this.shown.filter(isRecord).length };
+    function count(rows) {
+      return rows.reduce(function (sum, row) { return row.group ? sum : sum + 1; }, 0);
+    }
+    var all = count(this.rows);
+    return { all: all, shown: this.shown === this.rows ? all : count(this.shown) };
   };
 
   List.prototype.update = function () {
@@ -191,14 +221,14 @@
     this.shown = rows;
     this.active = Math.max(0, this.indexOf(this.state.current));
     this.markSorting();
-    this.first = -1;
+    this.painted = -1;
     this.paint();
     if (this.onchange) { this.onchange(); }
   };
 
   List.prototype.indexOf = function (key) {
-    for (var i = 0; i < this.shown.length; i++) {
-      if (this.shown[i].key === key) { return i; }
+    for (var i = 0; key !== undefined && i < this.shown.length; i++) {
+      if (this.shown[i].look().key === key) { return i; }
     }
     return -1;
   };
@@ -223,7 +253,8 @@
 
   List.prototype.paint = function () {
     var range = this.range();
-    if (range.first === this.first && range.end === this.end) { return; }
+    if (range.first === this.first && range.end === this.end && this.painted === this.shown.length) { return; }
+    this.painted = this.shown.length;
     this.first = range.first;
     this.end = range.end;
     var hadFocus = this.body.contains(document.activeElement);
@@ -240,6 +271,20 @@
     var cell = dom.make('td', { colspan: this.columns });
     cell.style.height = rows * ROW_HEIGHT + 'px';
     this.body.appendChild(dom.make('tr', { 'class': 'gap', 'aria-hidden': 'true' }, cell));
+  };
+
+  /** Makes room below the rows in view for rows that were added behind them. */
+  List.prototype.stretch = function () {
+    var range = this.range();
+    if (range.first !== this.first || range.end !== this.end) {
+      this.paint();
+      return;
+    }
+    var last = this.body.lastChild;
+    if (range.end > 0 && last && last.classList.contains('gap')) { this.body.removeChild(last); }
+    this.addGap(this.shown.length - range.end);
+    this.painted = this.shown.length;
+    this.table.setAttribute('aria-rowcount', this.shown.length + 1);
   };
 
   List.prototype.scrolled = function () {
@@ -269,8 +314,9 @@
 
   List.prototype.makeRow = function (row, index) {
     var self = this;
+    row.look();
     var element = dom.make('tr', {
-      'class': row.cls + (row.call ? ' opens' : ''), 'data-index': index, 'aria-rowindex': index + 2,
+      'class': (row.node.cls || 'tablerows') + (row.call ? ' opens' : ''), 'data-index': index, 'aria-rowindex': index + 2,
       tabindex: row.call ? (index === this.active ? 0 : -1) : null,
       'aria-current': row.key === this.state.current && row.call ? 'true' : null
     });

@@ -55,14 +55,21 @@
 
   /** Calls the component; `done(result, out)` runs only when it answered, otherwise the page says what went wrong. */
   function call(method, args, done, failed) {
+    quietly(method, args, done, function (answer) {
+      say(explain(method, answer), 'bad');
+      if (failed) { failed(answer); }
+    });
+  }
+
+  /** Calls the component without a word about a failure, for what is only nice to know. */
+  function quietly(method, args, done, failed) {
     countCalls(1);
     Tandril.transport.call(method, args, function (answer) {
       countCalls(-1);
       if (answer.ok) {
         done(answer.result, answer.out);
-      } else {
-        say(explain(method, answer), 'bad');
-        if (failed) { failed(answer); }
+      } else if (failed) {
+        failed(answer);
       }
     });
   }
@@ -83,9 +90,11 @@
     }));
   }
 
-  function put(place, fragment, title) {
+  function put(place, fragment, view, head) {
     place.element.classList.remove('minimized');
-    place.shown = Tandril.render(place.element, fragment, { run: run, state: place.state, title: title });
+    place.shown = Tandril.render(place.element, fragment, {
+      run: run, state: place.state, title: view.title, subtitle: view.subtitle, head: head
+    });
   }
 
   function putNote(place, title, words) {
@@ -111,11 +120,29 @@
     if (list) { say(''); document.getElementById('message').setAttribute('aria-label', text('rowsShown', title, list.counts().all)); }
   }
 
+  /** The headings of a list that comes without: what view.headings calls, its last one moved behind the first. */
+  function withHeadings(view, done) {
+    if (!view.headings) {
+      done([]);
+      return;
+    }
+    call(view.headings.method, view.headings.args, function (fragment) {
+      var list = Tandril.panel.read(fragment || '').list;
+      var head = list ? list.head : [];
+      done(head.length > 1 ? [head[0], head[head.length - 1]].concat(head.slice(1, -1)) : head);
+    });
+  }
+
   /**
-   * Shows what a method returns. view: {method, args, title, focus}. An empty result shows the component's error text
-   * instead; in every place but the list it goes into the message line and the place stays as it was.
+   * Shows what a method returns. view: {method, args, title, subtitle, headings, focus}. An empty result shows the
+   * component's error text instead; in every place but the list it goes into the message line and the place stays as
+   * it was.
    */
   function show(name, view, done) {
+    withHeadings(view, function (head) { showWith(name, view, head, done); });
+  }
+
+  function showWith(name, view, head, done) {
     var place = places[name];
     call(view.method, view.args, function (fragment) {
       if (!fragment) {
@@ -124,7 +151,7 @@
       }
       if (!sameView(place.view, view)) { place.state = {}; }
       place.view = view;
-      put(place, fragment, view.title);
+      put(place, fragment, view, head);
       announce(place, view.title);
       if (view.focus) { focusTitle(place); }
       if (done) { done(place.shown); }
@@ -146,7 +173,8 @@
   /** Makes the call of a place's view again and keeps filter, order and position. */
   function refresh(name) {
     var view = places[name].view;
-    if (view) { show(name, { method: view.method, args: view.args, title: view.title }); }
+    if (!view) { return; }
+    show(name, { method: view.method, args: view.args, title: view.title, subtitle: view.subtitle, headings: view.headings });
   }
 
   function clear(name) {
@@ -171,7 +199,7 @@
   Tandril.page = {
     start: findPlaces,
     place: function (name) { return places.hasOwnProperty(name) ? places[name] : null; },
-    say: say, call: call, lastError: lastError, run: run,
+    say: say, call: call, quietly: quietly, lastError: lastError, run: run,
     show: show, refresh: refresh, clear: clear, guard: guard, focusTitle: focusTitle
   };
 }(window));

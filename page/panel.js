@@ -73,7 +73,7 @@
     return cells.length === 1 && cells[0].colspan === 0;
   }
 
-  function takeRow(panel, row, listed) {
+  function takeRow(panel, row, listed, table) {
     if (row.cls === 'titles') {
       takeTitle(panel, row);
     } else if (isHeadRow(row)) {
@@ -83,6 +83,7 @@
       panel.notes.push(trimmed(row));
     } else if (row.cls === 'tablerows' || row.cls === 'orderrow' || listed) {
       listOf(panel).rows.push(row);
+      panel.list.table = table;
     } else {
       takePlainRow(panel, row);
     }
@@ -101,9 +102,39 @@
     } else if (node.tag === 'table' || node.tag === 'div' || node.tag === 'root') {
       var rows = kidsOf(node, 'tr');
       var listed = rows.some(function (row) { return row.cls === 'tableheader'; });
-      rows.forEach(function (row) { takeRow(panel, row, listed); });
-      node.kids.forEach(function (kid) { if (kid.tag === 'table' || kid.tag === 'form') { take(panel, kid); } });
+      rows.forEach(function (row) { takeRow(panel, row, listed, node); });
+      node.kids.forEach(function (kid) {
+        if (kid.tag === 'table' || kid.tag === 'form') { take(panel, kid); }
+        if (typeof kid === 'string' && kid.trim()) { panel.notes.push(kid.trim()); }
+      });
     }
+  }
+
+  function describe(root) {
+    var panel = { title: '', place: '', minimize: false, list: null, form: null, facts: [], links: [], buttons: [], notes: [] };
+    take(panel, root);
+    return panel;
+  }
+
+  function within(milliseconds) {
+    var end = Date.now() + milliseconds;
+    return function () { return Date.now() < end; };
+  }
+
+  /**
+   * The rest of a list whose first rows are shown: more(milliseconds) reads on and gives { rows, isLast }. The row that
+   * the reader is in is not handed out before it is complete.
+   */
+  function restOf(reader, list) {
+    var kids = list.table.kids;
+    var taken = kids.length - 1;
+    return function (milliseconds) {
+      var isLast = reader.run(within(milliseconds));
+      var end = isLast ? kids.length : kids.length - 1;
+      var rows = kids.slice(taken, end).filter(function (kid) { return kid.tag === 'tr'; });
+      taken = Math.max(taken, end);
+      return { rows: rows, isLast: isLast };
+    };
   }
 
   Tandril.panel = {
@@ -113,8 +144,23 @@
 
     /** What the fragment `text` shows. */
     read: function (text) {
-      var panel = { title: '', place: '', minimize: false, list: null, form: null, facts: [], links: [], buttons: [], notes: [] };
-      take(panel, Tandril.fragment.read(text));
+      return describe(Tandril.fragment.read(text));
+    },
+
+    /**
+     * What the fragment shows as far as it is read within a time; when that is a part of a list, panel.more reads on.
+     * Anything but a list is read whole.
+     */
+    begin: function (text, milliseconds) {
+      var reader = new Tandril.fragment.Reader(text);
+      if (reader.run(within(milliseconds))) { return describe(reader.root); }
+      var panel = describe(reader.root);
+      if (!panel.list || !panel.list.rows.length || panel.form) {
+        reader.run();
+        return describe(reader.root);
+      }
+      panel.list.rows.pop();
+      panel.more = restOf(reader, panel.list);
       return panel;
     },
 

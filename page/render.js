@@ -6,13 +6,20 @@
   var dom = Tandril.dom;
   var text = function () { return Tandril.text.apply(null, arguments); };
 
+  /* Milliseconds to read a fragment before its first rows are shown, and at a time after that. */
+  var FIRST = 30;
+  var PIECE = 20;
+
   function iconButton(icon, label, act) {
     return dom.make('button', { type: 'button', 'class': 'icon-button', 'aria-label': label, title: label, onclick: act },
       Tandril.icon(icon));
   }
 
   function makeTitle(panel, options, list) {
-    var bar = dom.make('div', { 'class': 'titles' }, dom.make('h2', { tabindex: -1 }, panel.title || options.title));
+    var heading = dom.make('h2', { tabindex: -1 }, [
+      panel.title || options.title, options.subtitle ? dom.make('small', {}, options.subtitle) : null
+    ]);
+    var bar = dom.make('div', { 'class': 'titles' }, heading);
     if (list) { addFilter(bar, list, options.state); }
     if (panel.minimize) {
       bar.appendChild(iconButton('minimize', text('minimize'), function (event) {
@@ -89,13 +96,25 @@
     }));
   }
 
+  /** Reads the rest of a long list piece by piece, as long as it is shown. */
+  function readOn(panel, list) {
+    root.setTimeout(function () {
+      if (!document.body.contains(list.element)) { return; }
+      var more = panel.more(PIECE);
+      list.grow(more.rows, more.isLast);
+      if (!more.isLast) { readOn(panel, list); }
+    }, 0);
+  }
+
   /**
    * Fills `place` with the panel of the fragment `fragment`. Options: run(call, event) for the calls of the fragment,
-   * state of the place's list, title for a fragment without one. Returns { panel, list, form }.
+   * state of the place's list, title for a fragment without one, subtitle, head for a list without headings. Returns
+   * { panel, list, form }.
    */
   Tandril.render = function (place, fragment, options) {
-    var panel = Tandril.panel.read(fragment);
+    var panel = Tandril.panel.begin(fragment, FIRST);
     var title = panel.title || options.title;
+    if (panel.list && options.head && !panel.list.head.length) { panel.list.head = options.head; }
     dom.forgetIds();
     dom.empty(place);
     var list = panel.list && new Tandril.List(panel.list, { state: options.state, run: options.run, label: title });
@@ -112,6 +131,7 @@
       makeTitle(panel, options, list), body, buttons.length ? makeButtons(buttons, options.run) : null
     ]));
     if (list) { list.restore(); }
+    if (panel.more) { readOn(panel, list); }
     return { panel: panel, list: list, form: form };
   };
 }(window));

@@ -190,6 +190,7 @@
       }
       this.home().kids.push(node);
       this.open.push(node);
+      this.within.push(this.surroundings());
       this.at = end;
       return true;
     },
@@ -218,17 +219,35 @@
     return where === 'panel' && top.kids.length === 0 && (!this.has('<table>', at) || this.has('<tr>', at + 7));
   };
 
+  /* The attributes of plain elements are few and come again and again. */
+  var attributesRead = {};
+  var attributesKept = 0;
+
+  /** The class and the colspan among plain attributes, or null when they are not plain. */
+  function readAttributes(text) {
+    if (attributesRead.hasOwnProperty(text)) { return attributesRead[text]; }
+    var cls = /class=(\w+)/i.exec(text);
+    var span = /colspan=(\d+)/i.exec(text);
+    var known = PLAIN_ATTRIBUTES.test(text) ? {
+      cls: cls && CLASSES.indexOf(cls[1]) >= 0 ? cls[1] : undefined, colspan: span ? Number(span[1]) : undefined
+    } : null;
+    if (attributesKept++ > 500) {
+      attributesRead = {};
+      attributesKept = 0;
+    }
+    attributesRead[text] = known;
+    return known;
+  }
+
   /** An element whose attributes are fixed words: {tag, kids, end, ...}, or null when they are not. */
   Reader.prototype.plain = function (at, tag) {
     var end = this.text.indexOf('>', at);
     if (end < 0 || end - at > 120) { return null; }
-    var attributes = this.text.slice(at + 1 + tag.length, end);
-    if (!PLAIN_ATTRIBUTES.test(attributes)) { return null; }
+    var known = readAttributes(this.text.slice(at + 1 + tag.length, end));
+    if (!known) { return null; }
     var node = { tag: tag, kids: [], end: end + 1 };
-    var cls = /class=(\w+)/i.exec(attributes);
-    if (cls && CLASSES.indexOf(cls[1]) >= 0) { node.cls = cls[1]; }
-    var span = /colspan=(\d+)/i.exec(attributes);
-    if (span) { node.colspan = Number(span[1]); }
+    if (known.cls) { node.cls = known.cls; }
+    if (known.colspan !== undefined) { node.colspan = known.colspan; }
     this.at = node.end;
     return node;
   };
@@ -319,7 +338,7 @@
       if (this.top().tag === 'td' || this.top().tag === 'tr') { return false; }
       for (var i = this.open.length - 1; i > 0; i--) {
         if (this.open[i].tag === 'table') {
-          this.open.length = i;
+          this.cut(i);
           return true;
         }
       }

@@ -14,12 +14,12 @@
       costLines: 'Cost lines by type', costs: 'Cost lines', masterData: 'Master data',
       Online: 'Online', Offline: 'Offline',
 
-      groupActivities: 'Activities', groupOrders: 'Orders', groupCosts: 'Costs and hours', groupNew: 'New',
+      groupActivities: 'Activities', groupOrders: 'Orders', groupCosts: 'Cost lines', groupHours: 'Hour registrations', groupNew: 'New',
       groupServer: 'Server', groupMasterData: 'Master data',
       myActivities: 'My activities', activitiesOpen: 'Activities in work', activitiesSent: 'Activities sent',
       completed: 'Completed', cancelled: 'Cancelled', orders: 'All orders', ordersOpen: 'Orders in work', ordersSent: 'Orders sent',
       materialOpen: 'Material in work', materialSent: 'Material sent', labourOpen: 'Labour in work', labourSent: 'Labour sent',
-      otherOpen: 'Other costs in work', otherSent: 'Other costs sent', hours: 'Hour registrations', hoursOpen: 'Hours in work',
+      otherOpen: 'Other costs in work', otherSent: 'Other costs sent', hours: 'All hours', hoursOpen: 'Hours in work',
       hoursSent: 'Hours sent', newOrder: 'New order', newActivity: 'New activity', newMaterial: 'New material line',
       newHours: 'New hour registration', refused: 'Refused records',
 

@@ -10,6 +10,20 @@
     return { key: key, icon: icon, method: method, args: args || [] };
   }
 
+  function act(key, icon, run) {
+    return { key: key, icon: icon, run: run };
+  }
+
+  function create(kind) {
+    return function () { Tandril.functions.newobject(kind, '', ''); };
+  }
+
+  function hours(key, icon, method, args) {
+    var entry = list(key, icon, method, args);
+    entry.headings = { method: 'getColumnHeadingsForHRA', args: [0, 'ccsocservclabr'] };
+    return entry;
+  }
+
   var MENU = [
     { key: 'groupActivities', entries: [
       list('myActivities', 'activity', 'MyActivities', ['']),
@@ -22,13 +36,55 @@
       list('orders', 'order', 'ListOrders'),
       list('ordersOpen', 'pen', 'ViewOrders_W'),
       list('ordersSent', 'sent', 'ViewOrders_SI')
+    ] },
+    { key: 'groupNew', entries: [
+      act('newOrder', 'plus', create('1')),
+      act('newActivity', 'plus', function () { Tandril.newActivity(); }),
+      act('newMaterial', 'plus', function () { Tandril.newMaterial(); }),
+      act('newHours', 'plus', create('4'))
+    ] },
+    { key: 'groupHours', folded: true, entries: [
+      hours('hours', 'clock', 'ListHRALines', ['', '', '']),
+      hours('hoursOpen', 'pen', 'ViewHra_W'),
+      hours('hoursSent', 'sent', 'ViewHra_SI')
+    ] },
+    { key: 'groupCosts', folded: true, entries: [
+      list('materialOpen', 'pen', 'ViewCostLines_W', ['Material']),
+      list('labourOpen', 'pen', 'ViewCostLines_W', ['Labor']),
+      list('otherOpen', 'pen', 'ViewCostLines_W', ['Other']),
+      list('materialSent', 'sent', 'ViewCostLines_SI', ['Material']),
+      list('labourSent', 'sent', 'ViewCostLines_SI', ['Labor']),
+      list('otherSent', 'sent', 'ViewCostLines_SI', ['Other'])
     ] }
   ];
 
+  /* The tables of master data: the code that lists one, and the code of its title. */
+  var TABLES = [
+    ['ITEM', 'SLBEU0195'], ['CSTP', 'SLBEU0193'], ['SKIT', 'SLBEU0203'], ['SCAR', 'SLBEU9199'], ['CWOC', 'SLBEU9200'],
+    ['TASK', 'SLBEU0307'], ['CHLT', 'SLBEU9137'], ['CRAC', 'SLBEU0197'], ['CCFG', 'SLBUE9216'], ['PROB', 'SLBUE9217'],
+    ['SOLU', 'SLBUE9218'], ['CADR', 'SLBUE9206'], ['CWAR', 'SLBUE9215'], ['UNIT', 'SLBUE9171'], ['REAS', 'SLBUE9213'],
+    ['CPCP', 'SLBUE9211'], ['CSAR', 'SLBUE9198'], ['CCNT', 'SLBUE9208'], ['PRIO', 'SLBUE9212'], ['CROB', 'SLBUE9191']
+  ];
+
   function open(entry) {
-    mark(entry);
     closeMenu();
-    Tandril.page.show('divList', { method: entry.method, args: entry.args, title: text(entry.key) });
+    if (entry.run) {
+      entry.run();
+      return;
+    }
+    mark(entry);
+    Tandril.page.show('divList', {
+      method: entry.method, args: entry.args, title: entry.title || text(entry.key), headings: entry.headings
+    });
+  }
+
+  /** Lists a table; the data source is open only while the call runs. */
+  function openTable(entry) {
+    closeMenu();
+    mark(entry);
+    Tandril.withDatabase(function () {
+      Tandril.page.show('divList', { method: 'MasterData', args: [entry.code], title: entry.title });
+    });
   }
 
   function mark(entry) {
@@ -38,16 +94,36 @@
   }
 
   function makeEntry(entry) {
-    entry.button = dom.make('button', { type: 'button', 'data-view': entry.key, onclick: function () { open(entry); } },
-      [Tandril.icon(entry.icon), dom.make('span', {}, text(entry.key))]);
+    entry.button = dom.make('button', { type: 'button', 'data-view': entry.key, onclick: function () { (entry.code ? openTable : open)(entry); } },
+      [Tandril.icon(entry.icon), dom.make('span', {}, entry.title || text(entry.key))]);
     return dom.make('li', {}, entry.button);
   }
 
   function makeGroup(group) {
-    return dom.make('div', { 'class': 'group' }, [
-      dom.make('h2', { id: group.key }, text(group.key)),
-      dom.make('ul', { 'aria-labelledby': group.key }, group.entries.map(makeEntry))
-    ]);
+    var heading = dom.make('h2', { id: group.key }, text(group.key));
+    var entries = dom.make('ul', { 'aria-labelledby': group.key }, (group.entries || []).map(makeEntry));
+    if (!group.folded) { return dom.make('div', { 'class': 'group' }, [heading, entries]); }
+    return dom.make('details', { 'class': 'group' }, [dom.make('summary', {}, heading), entries]);
+  }
+
+  /* The titles of the tables come from the field mapper, so the group is filled when it is opened. */
+  function makeTables() {
+    var group = makeGroup({ key: 'groupMasterData', folded: true });
+    var entries = group.querySelector('ul');
+    group.addEventListener('toggle', function () {
+      if (group.open && !entries.firstChild) { TABLES.forEach(function (table) { addTable(entries, table); }); }
+    });
+    return group;
+  }
+
+  function addTable(entries, table) {
+    var entry = { code: table[0], key: table[0], icon: 'database', title: table[0] };
+    entries.appendChild(makeEntry(entry));
+    Tandril.page.quietly('GetI18NString', [table[1]], function (title) {
+      if (!title) { return; }
+      entry.title = title;
+      dom.append(dom.empty(entry.button.lastChild), title);
+    });
   }
 
   function closeMenu() {
@@ -65,7 +141,7 @@
       var toggle = document.getElementById('menuToggle');
       toggle.appendChild(Tandril.icon('menu'));
       toggle.addEventListener('click', toggleMenu);
-      dom.append(document.getElementById('menu'), MENU.map(makeGroup));
+      dom.append(document.getElementById('menu'), MENU.map(makeGroup).concat(makeTables()));
     },
 
     /** Shows the view that the page starts with. */
@@ -75,7 +151,7 @@
 
     /** Shows how many records the server refused. */
     updateErrors: function () {
-      Tandril.page.call('ShowErrorPool', [], function (fragment) {
+      Tandril.page.quietly('ShowErrorPool', [], function (fragment) {
         var place = dom.empty(document.getElementById('errorPool'));
         var anchors = Tandril.panel.kidsOf(Tandril.fragment.read(fragment || ''), 'a');
         anchors.forEach(function (anchor) {

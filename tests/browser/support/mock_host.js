@@ -29,12 +29,12 @@ function serveFile(name, response) {
   return send(response, 200, TYPES[path.extname(file)], fs.readFileSync(file));
 }
 
-function answerCall(host, method, body, response) {
+async function answerCall(host, method, body, response) {
   const args = JSON.parse(body);
   host.calls.push({ method, args });
   const answer = host.answers[method];
   if (answer === undefined) { return send(response, 200, 'application/json', JSON.stringify({ result: '' })); }
-  const result = typeof answer === 'function' ? answer(...args) : answer;
+  const result = typeof answer === 'function' ? await answer(...args) : answer;
   return send(response, result && result.fault ? 500 : 200, 'application/json',
     JSON.stringify(result && result.fault ? result : { result }));
 }

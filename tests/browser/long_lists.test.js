@@ -1,0 +1,90 @@
+'use strict';
+
+const { test, before, after } = require('node:test');
+const assert = require('node:assert/strict');
+const { launch, openPage } = require('./support/browser');
+const { startMockHost } = require('./support/mock_host');
+const f = require('./support/fragments');
+
+const LABELS = ['Order', 'Activity', 'Description', 'Planned start', 'Number'];
+const GROUPS = Array.from({ length: 2500 }, (_, i) => ({
+  order: 'A' + i,
+  activities: ['10', '20'].map((number) => ({
+    number, cells: [f.cell(`Work ${i} ${number}`), f.cell('11/15/2026 1030'), f.cell(String(i % 97))]
+  }))
+}));
+const ACTIVITIES = f.myActivities('Long list', LABELS, GROUPS);
+const ZOOM = f.zoomWindow('Objects', 'CROB', ['Code', 'Text'], Array.from({ length: 100000 }, (_, i) => ['K' + i, 'Object ' + i]));
+
+let browser;
+let host;
+let page;
+before(async () => {
+  browser = await launch();
+  host = await startMockHost({ MyActivities: ACTIVITIES, ListOrders: 'x', GetDetails: f.activityDetails('Activity', 'A1', '10', []) });
+  page = await openPage(browser, host.address);
+  await page.waitForFunction(() => document.querySelector('#divList .count')?.textContent === '5000');
+});
+after(async () => {
+  await browser.close();
+  await host.stop();
+});
+
+const rowTexts = () => page.$$eval('#divList tbody tr:not(.gap)', (rows) => rows.map((row) => row.textContent));
+
+test('OnlyTheRowsInViewAreBuilt', async () => {
+  assert.ok((await page.$$('#divList tbody tr')).length < 120);
+  assert.equal(await page.getAttribute('#divList table', 'aria-rowcount'), '7501');
+});
+
+test('TheEndOfTheListCanBeReachedByKeyboard', async () => {
+  await page.focus('#divList tbody tr[tabindex="0"]');
+  await page.keyboard.press('End');
+  await page.waitForFunction(() => document.activeElement.textContent.includes('Work 2499 20'));
+  await page.keyboard.press('Home');
+  await page.waitForFunction(() => document.activeElement.textContent === 'A0');
+});
+
+test('TheFilterFindsARowFarDown', async () => {
+  await page.fill('#divList input[type=search]', 'work 2417');
+  await page.waitForFunction(() => document.querySelectorAll('#divList tbody tr').length === 3);
+  assert.deepEqual((await rowTexts()).map((text) => /A2417$|Work 2417 .0/.exec(text)[0]), ['A2417', 'Work 2417 10', 'Work 2417 20']);
+  assert.equal(await page.textContent('#divList .count'), '2 of 5000');
+  await page.fill('#divList input[type=search]', '');
+});
+
+test('AClickOnAHeadingSortsByIt', async () => {
+  await page.click('#divList th:nth-child(5) button');
+  await page.waitForSelector('#divList th[aria-sort="ascending"]');
+  assert.match((await rowTexts())[0], /^A0/);
+  await page.click('#divList th:nth-child(5) button');
+  await page.waitForSelector('#divList th[aria-sort="descending"]');
+  assert.match((await rowTexts())[0], /^A96/);
+  await page.click('#divList th:nth-child(5) button');
+  await page.waitForSelector('#divList tr.orderrow');
+});
+
+test('FilterAndPositionSurviveANewCall', async () => {
+  await page.fill('#divList input[type=search]', '20');
+  await page.$eval('#divList .scroll', (scroller) => { scroller.scrollTop = 40000; });
+  await page.waitForFunction(() => document.querySelector('#divList tbody tr:nth-child(2)').getAttribute('data-index') > 900);
+  await page.evaluate(() => window.Tandril.page.refresh('divList'));
+  await page.waitForFunction(() => document.querySelector('#divList .scroll').scrollTop === 40000);
+  assert.equal(await page.inputValue('#divList input[type=search]'), '20');
+});
+
+test('AZoomOverAHundredThousandRowsShowsItsFirstPageBeforeTheRest', async () => {
+  const shown = await page.evaluate((fragment) => {
+    const place = document.getElementById('divZoomHype');
+    window.Tandril.render(place, fragment, { run: () => {}, state: {}, title: '' });
+    return { rows: place.querySelectorAll('tbody tr:not(.gap)').length, count: Number(place.querySelector('.count').textContent) };
+  }, ZOOM);
+  assert.ok(shown.rows >= 20, String(shown.rows));
+  assert.ok(shown.count < 100000, String(shown.count));
+  await page.waitForFunction(() => document.querySelector('#divZoomHype .count')?.textContent === '100000');
+  await page.fill('#divZoomHype input[type=search]', 'object 99998');
+  await page.waitForFunction(() => document.querySelectorAll('#divZoomHype tbody tr').length === 1);
+  await page.evaluate(() => window.Tandril.page.clear('divZoomHype'));
+});
+
+test('NothingWasComplainedOf', () => assert.deepEqual(page.problems, []));
