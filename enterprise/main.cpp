@@ -1,21 +1,39 @@
 // tandril-enterprise: the sample enterprise server as a program.
 
 #include <CLI/CLI.hpp>
+#include <array>
 #include <csignal>
+#include <ctime>
+#include <filesystem>
 #include <iostream>
+#include <optional>
 #include <thread>
 
 #include "enterprise/web_server.h"
 
 namespace {
 
-using namespace tandril::enterprise;
+using tandril::enterprise::Language;
+using tandril::enterprise::languageOfTag;
+using tandril::enterprise::Office;
+using tandril::enterprise::SampleFolder;
+using tandril::enterprise::WebServer;
 
 struct Options {
     int port = 8730;
     std::string samples = "samples";
     std::string language = "en";
+    std::optional<std::filesystem::path> data;
 };
+
+std::string localTime() {
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    localtime_r(&now, &local);
+    std::array<char, 16> text{};
+    const std::size_t length = std::strftime(text.data(), text.size(), "%Y%m%d %H%M%S", &local);
+    return {text.data(), length};
+}
 
 // Serves until SIGINT or SIGTERM, which a thread of their own waits for.
 void serve(const Options& options) {
@@ -25,8 +43,9 @@ void serve(const Options& options) {
     sigaddset(&ends, SIGTERM);
     pthread_sigmask(SIG_BLOCK, &ends, nullptr);
 
-    Office office(SampleFolder(options.samples));
-    WebServer server(office, languageOfTag(options.language).value_or(Language::English));
+    const Language language = languageOfTag(options.language).value_or(Language::English);
+    Office office(SampleFolder(options.samples), options.data, localTime, language);
+    WebServer server(office, language);
     const int port = server.bind(options.port);
     std::cout << "http://127.0.0.1:" << port << std::endl;
 
@@ -37,7 +56,7 @@ void serve(const Options& options) {
     });
     server.run();
     // Should run() have ended by itself, the other thread still waits.
-    pthread_kill(stopper.native_handle(), SIGTERM);
+    pthread_kill(stopper.native_handle(), SIGINT);
 }
 
 }  // namespace
@@ -51,6 +70,8 @@ int main(int argc, char** argv) {
     app.add_option("--samples", options.samples, "Folder of the sample data")
         ->capture_default_str()
         ->check(CLI::ExistingDirectory);
+    app.add_option("--data", options.data,
+                   "Folder of the server's memory; without it none is kept");
     app.add_option("--language", options.language, "Language of clients that name none: en, de, nl")
         ->capture_default_str()
         ->check(CLI::IsMember({"en", "de", "nl"}));

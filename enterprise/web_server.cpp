@@ -112,6 +112,14 @@ void WebServer::addRoutes() {
         const std::scoped_lock lock(officeMutex_);
         response.set_content(office_.orders(), kXml);
     });
+    http_.Post("/upload", [this](const httplib::Request& request, httplib::Response& response) {
+        const std::scoped_lock lock(officeMutex_);
+        try {
+            response.set_content(office_.takeUpload(request.body, languageOf(request)), kXml);
+        } catch (const BadUpload& bad) {
+            refuse(response, 400, bad.what());
+        }
+    });
     http_.Get("/masterdata", [this](const httplib::Request&, httplib::Response& response) {
         response.set_content(office_.masterDataChanges(), kXml);
     });

@@ -3,9 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <sstream>
-
+#include "enterprise/office_fixture.h"
 #include "enterprise/running_server.h"
 
 namespace tandril::enterprise {
@@ -13,16 +11,9 @@ namespace {
 
 using testing::HasSubstr;
 
-std::string sampleText(const std::string& name) {
-    std::ifstream in(std::string(TANDRIL_SAMPLES_DIR) + "/" + name, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << in.rdbuf();
-    return bytes.str();
-}
-
 class EnterpriseServer : public testing::Test {
   protected:
-    Office office_{SampleFolder(TANDRIL_SAMPLES_DIR)};
+    Office office_ = sampleOffice();
     RunningServer server_{office_};
 };
 
@@ -64,6 +55,55 @@ TEST_F(EnterpriseServer, ALanguageInTheQueryGoesBeforeTheBrowsers) {
     EXPECT_EQ(answer.body, sampleText("fieldmapper-de.xml"));
 }
 
+TEST_F(EnterpriseServer, AnswersAnUploadWithItsReport) {
+    const std::string text = upload(
+        {{"ordr", R"(<record ServiceOrder="100201"><OrderStatus>15</OrderStatus></record>)"}});
+    const auto answer = server_.post("/upload", text);
+    EXPECT_EQ(answer.status, 200);
+    EXPECT_EQ(answer.get_header_value("Content-Type"), "application/xml; charset=utf-8");
+    EXPECT_THAT(ownEntries(answer.body), testing::ElementsAre("Completed 100201//"));
+    EXPECT_EQ(server_.post("/upload", text).body, answer.body);
+    EXPECT_NE(server_.get("/orders").body, sampleText("orders.xml"));
+}
+
+TEST_F(EnterpriseServer, TakesAnUploadInAnotherEncoding) {
+    const auto answer =
+        server_.post("/upload",
+                     "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><harbrook><ccsocservcordr>"
+                     "<record ServiceOrder=\"_1\"><OrderStatus>15</OrderStatus>"
+                     "<Description>K\xfchlung</Description></record></ccsocservcordr></harbrook>");
+    EXPECT_EQ(answer.status, 200);
+    EXPECT_STREQ(Download(server_.get("/orders").body).order("100223").child_value("Description"),
+                 "Kühlung");
+}
+
+TEST_F(EnterpriseServer, RefusesAnUploadThatIsNone) {
+    const auto broken = server_.post("/upload", "<harbrook>");
+    EXPECT_EQ(broken.status, 400);
+    EXPECT_EQ(broken.body, "The upload is not a well-formed XML document.\n");
+    EXPECT_EQ(server_.post("/upload", "<UploadReport/>").body,
+              "The upload is not a document of service orders.\n");
+    EXPECT_EQ(server_.post("/upload", "").status, 400);
+}
+
+TEST_F(EnterpriseServer, AnswersAnUploadInTheBrowsersLanguage) {
+    const auto answer = server_.post("/upload", upload({{"ordr", R"(<record ServiceOrder="9"/>)"}}),
+                                     {{"Accept-Language", "nl"}});
+    EXPECT_THAT(ownEntries(answer.body),
+                testing::ElementsAre("Error 9// Het kantoor kent deze order niet."));
+}
+
+TEST(EnterpriseServerFailure, OfSavingIsToldAndNothingIsTaken) {
+    const TemporaryFolder folder;
+    Office office = sampleOffice(folder.path());
+    RunningServer server(office);
+    std::filesystem::remove_all(folder.path());
+    const auto answer = server.post("/upload", upload({}));
+    EXPECT_EQ(answer.status, 500);
+    EXPECT_THAT(answer.body, HasSubstr("enterprise.xml"));
+    EXPECT_EQ(server.get("/orders").body, sampleText("orders.xml"));
+}
+
 TEST_F(EnterpriseServer, AnUnknownPathIsNotFound) {
     const auto answer = server_.get("/secrets");
     EXPECT_EQ(answer.status, 404);
@@ -82,7 +122,7 @@ TEST_F(EnterpriseServer, APortThatIsTakenIsRefused) {
 }
 
 TEST(EnterpriseServerStop, BeforeTheStartKeepsTheServerFromStarting) {
-    Office office{SampleFolder(TANDRIL_SAMPLES_DIR)};
+    Office office = sampleOffice();
     WebServer server(office, Language::German);
     const int port = server.bind(0);
     server.stop();
@@ -93,7 +133,7 @@ TEST(EnterpriseServerStop, BeforeTheStartKeepsTheServerFromStarting) {
 }
 
 TEST(EnterpriseServerLanguage, OfTheServerServesClientsThatNameNone) {
-    Office office{SampleFolder(TANDRIL_SAMPLES_DIR)};
+    Office office = sampleOffice();
     RunningServer server(office, Language::German);
     EXPECT_EQ(server.get("/fieldmapper").body, sampleText("fieldmapper-de.xml"));
     EXPECT_EQ(server.get("/fieldmapper", {{"Accept-Language", "fr"}}).body,
