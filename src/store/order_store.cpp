@@ -34,6 +34,12 @@ bool isCostSection(Section section) {
     return costTypeOf(section) != nullptr;
 }
 
+// The section that the element is. Nearly all elements are fields, which the first letter tells.
+std::optional<Section> sectionOf(xml::Node element) {
+    const char* const name = element.name();
+    return *name == *sectionName(Section::Orders) ? sectionNamed(name) : std::nullopt;
+}
+
 const char* memberKey(xml::Node group) {
     return xml::isNamed(group.parent(), sectionName(Section::Activities)) ? activityKey : lineKey;
 }
@@ -57,18 +63,26 @@ OrderStore::SectionIndex& OrderStore::index(Section section) const {
 
 void OrderStore::buildIndexes() const {
     const xml::Node root = document_.root();
+    xml::Node parent;
+    std::optional<Section> around;  // the section that the parent is
     for (xml::Node element = root; element; element = xml::nextElement(element, root)) {
-        if (const auto own = sectionNamed(element.name())) {
+        if (const auto own = sectionOf(element)) {
             indexes_[static_cast<std::size_t>(*own)].elements.push_back(element);
         }
-        const auto around = sectionNamed(element.parent().name());
-        if (around && isCandidate(*around, element)) {
-            SectionIndex& index = indexes_[static_cast<std::size_t>(*around)];
-            index.byOrder.add(orderOf(*around, element), element);
-            if (isCostSection(*around)) {
-                index.byActivity.add(activityKeyOf(element), element);
-            }
+        if (element.parent() != parent) {
+            parent = element.parent();
+            around = sectionOf(parent);
         }
+        if (around && isCandidate(*around, element)) {
+            add(indexes_[static_cast<std::size_t>(*around)], *around, element);
+        }
+    }
+}
+
+void OrderStore::add(SectionIndex& index, Section section, xml::Node element) {
+    index.byOrder.add(orderOf(section, element), element);
+    if (isCostSection(section)) {
+        index.byActivity.add(activityKeyOf(element), element);
     }
 }
 
@@ -154,10 +168,7 @@ xml::Node OrderStore::append(Section section, xml::Node element) {
     SectionIndex& sectionIndex = index(section);
     const xml::Node copy = xml::appendCopy(insertionParent(section), element);
     if (isCandidate(section, copy)) {
-        sectionIndex.byOrder.add(orderOf(section, copy), copy);
-        if (isCostSection(section)) {
-            sectionIndex.byActivity.add(activityKeyOf(copy), copy);
-        }
+        add(sectionIndex, section, copy);
     }
     isChanged_ = true;
     return copy;

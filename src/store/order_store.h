@@ -86,6 +86,7 @@ class OrderStore {
 
     SectionIndex& index(Section section) const;
     void buildIndexes() const;
+    static void add(SectionIndex& index, Section section, xml::Node element);
     xml::Node insertionParent(Section section);
     xml::Node createSection(Section section);
     xml::Node manyMembers(xml::Node group, const char* key, std::string_view value) const;

@@ -1,5 +1,7 @@
 #include "xml/document.h"
 
+#include <cstring>
+#include <new>
 #include <utility>
 
 #include "platform/fault.h"
@@ -12,8 +14,11 @@ namespace {
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 
+// The text that stands first in an element is kept in the element itself, which halves the nodes of
+// our documents.
 constexpr unsigned parseFlags = pugi::parse_cdata | pugi::parse_comments | pugi::parse_pi |
-                                pugi::parse_escapes | pugi::parse_eol | pugi::parse_wconv_attribute;
+                                pugi::parse_escapes | pugi::parse_eol |
+                                pugi::parse_wconv_attribute | pugi::parse_embed_pcdata;
 
 bool hasElementChild(Node node) {
     for (const Node child : node.children()) {
@@ -25,6 +30,9 @@ bool hasElementChild(Node node) {
 }
 
 void dropBlankChildren(Node node) {
+    if (*node.value() != '\0' && isBlankText(node.value())) {
+        node.text().set("");
+    }
     Node next;
     for (Node child = node.first_child(); child; child = next) {
         next = child.next_sibling();
@@ -53,6 +61,16 @@ void dropBlankText(Node root) {
     }
 }
 
+// The text in memory that the parser may keep; the string is given up before the tree grows.
+void* parserBuffer(std::string text) {
+    void* const buffer = pugi::get_memory_allocation_function()(text.size());
+    if (buffer == nullptr) {
+        throw std::bad_alloc();
+    }
+    std::memcpy(buffer, text.data(), text.size());
+    return buffer;
+}
+
 std::string quoted(std::string_view name, std::string_view value) {
     return value.empty() ? std::string()
                          : " " + std::string(name) + "=\"" + std::string(value) + '"';
@@ -60,25 +78,26 @@ std::string quoted(std::string_view name, std::string_view value) {
 
 }  // namespace
 
-std::optional<Document> Document::build(std::string_view text) {
+std::optional<Document> Document::build(std::string text) {
     Facts facts;
     if (checkWellFormed(text, facts)) {
         return std::nullopt;
     }
     Document document;
+    document.version_ = facts.declaration.version;
+    document.encodingName_ = facts.declaration.encoding;
+    document.standalone_ = facts.declaration.standalone;
     document.tree_ = std::make_unique<pugi::xml_document>();
     const unsigned blanks =
         facts.hasInnerMarkup ? pugi::parse_ws_pcdata : pugi::parse_ws_pcdata_single;
-    if (!document.tree_->load_buffer(text.data(), text.size(), parseFlags | blanks,
-                                     pugi::encoding_utf8)) {
+    const std::size_t size = text.size();
+    if (!document.tree_->load_buffer_inplace_own(parserBuffer(std::move(text)), size,
+                                                 parseFlags | blanks, pugi::encoding_utf8)) {
         return std::nullopt;
     }
     if (facts.hasInnerMarkup) {
         dropBlankText(document.root());
     }
-    document.version_ = facts.declaration.version;
-    document.encodingName_ = facts.declaration.encoding;
-    document.standalone_ = facts.declaration.standalone;
     return document;
 }
 
@@ -86,7 +105,7 @@ std::optional<Document> Document::parse(std::string_view text) {
     if (text.substr(0, byteOrderMark.size()) == byteOrderMark) {
         text.remove_prefix(byteOrderMark.size());
     }
-    std::optional<Document> document = build(text);
+    std::optional<Document> document = build(std::string(text));
     if (document && !document->encodingName_.empty()) {
         if (const auto named = encodingNamed(document->encodingName_)) {
             document->encoding_ = *named;
@@ -98,11 +117,11 @@ std::optional<Document> Document::parse(std::string_view text) {
 }
 
 std::optional<Document> Document::decode(std::string bytes) {
-    const std::optional<DecodedText> decoded = decodeDocument(std::move(bytes));
+    std::optional<DecodedText> decoded = decodeDocument(std::move(bytes));
     if (!decoded) {
         return std::nullopt;
     }
-    std::optional<Document> document = build(decoded->text);
+    std::optional<Document> document = build(std::move(decoded->text));
     if (document) {
         document->encoding_ = decoded->encoding;
         document->hasMark_ = decoded->hadMark;

@@ -47,7 +47,7 @@ class Document {
     Encoding encoding_ = Encoding::Utf8;
     bool hasMark_ = false;
 
-    static std::optional<Document> build(std::string_view text);
+    static std::optional<Document> build(std::string text);
     std::string declaration(std::string_view encodingName) const;
 };
 

@@ -26,8 +26,17 @@ Node nextNode(Node node, Node top) {
     return {};
 }
 
-bool isText(Node node) {
-    return node.type() == pugi::node_pcdata || node.type() == pugi::node_cdata;
+// What a node itself says: a text, a section, or the text that stands first in an element, which
+// the parser keeps in the element.
+std::string_view ownText(Node node) {
+    switch (node.type()) {
+        case pugi::node_element:
+        case pugi::node_pcdata:
+        case pugi::node_cdata:
+            return node.value();
+        default:
+            return {};
+    }
 }
 
 }  // namespace
@@ -85,9 +94,7 @@ bool isNamed(Node node, std::string_view name) {
 std::string text(Node node) {
     std::string result;
     for (Node current = node; current; current = nextNode(current, node)) {
-        if (isText(current)) {
-            result += current.value();
-        }
+        result += ownText(current);
     }
     return result;
 }
@@ -97,8 +104,9 @@ bool setText(Node element, std::string_view value) {
         return false;
     }
     element.remove_children();
-    if (!value.empty()) {
-        element.append_child(pugi::node_pcdata).set_value(value.data(), value.size());
+    // An empty text node would keep the element from being written as an empty one.
+    if (!value.empty() || *element.value() != '\0') {
+        element.text().set(value.data(), value.size());
     }
     return true;
 }

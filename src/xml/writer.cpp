@@ -47,6 +47,13 @@ void escape(std::string& out, std::string_view value, Reference reference) {
     out.append(value, written);
 }
 
+void endTag(std::string& out, Node element) {
+    out += "</";
+    out += element.name();
+    out += '>';
+}
+
+// The whole element when it has no child nodes.
 void startTag(std::string& out, Node element) {
     out += '<';
     out += element.name();
@@ -57,13 +64,16 @@ void startTag(std::string& out, Node element) {
         escape(out, attribute.value(), attributeReference);
         out += '"';
     }
-    out += element.first_child() ? ">" : "/>";
-}
-
-void endTag(std::string& out, Node element) {
-    out += "</";
-    out += element.name();
+    const char* const leadingText = element.value();
+    if (!element.first_child() && *leadingText == '\0') {
+        out += "/>";
+        return;
+    }
     out += '>';
+    escape(out, leadingText, textReference);
+    if (!element.first_child()) {
+        endTag(out, element);
+    }
 }
 
 void instruction(std::string& out, Node node) {

@@ -68,6 +68,27 @@ TEST(Node, SetsATextOnlyWhenItDiffers) {
     EXPECT_EQ(toText(document.root()), "<a><b/></a>");
 }
 
+TEST(Node, WritesAnElementWhoseTextWasTakenAwayAsAnEmptyOne) {
+    const Document document = parsed("<a><b/><c>x</c><d>x<e/></d></a>");
+    for (const Node element : elements(document.root())) {
+        setText(element, "y");
+        EXPECT_EQ(text(element), "y");
+        setText(element, "");
+        EXPECT_EQ(text(element), "");
+    }
+    EXPECT_EQ(toText(document.root()), "<a><b/><c/><d/></a>");
+}
+
+TEST(Node, KeepsTheOrderOfTextsAndElements) {
+    const std::string mixed = "<a>1<b>2</b>3<!--4-->5<c/>6</a>";
+    const Document document = parsed(mixed);
+    EXPECT_EQ(toText(document.root()), mixed);
+    EXPECT_EQ(text(document.root()), "12356");
+    const Document copy = parsed("<x/>");
+    appendCopy(copy.root(), document.root());
+    EXPECT_EQ(toText(copy.root()), "<x>" + mixed + "</x>");
+}
+
 TEST(Node, ReadsAMissingAttributeAsEmpty) {
     const Document document = parsed("<a b=''/>");
     EXPECT_EQ(attribute(document.root(), "c"), "");
