@@ -1,0 +1,70 @@
+#include "cli/serve_command.h"
+
+#include <CLI/CLI.hpp>
+#include <chrono>
+#include <cstddef>
+#include <filesystem>
+#include <ostream>
+
+#include "cli/local_client.h"
+#include "host/home_lock.h"
+#include "host/host.h"
+#include "host/stop_signals.h"
+
+namespace tandril::cli {
+namespace {
+
+constexpr int kLastPort = 65535;
+constexpr int kLongestTimeout = 3600;
+constexpr int kHighestBodyLimit = 1024;
+
+}  // namespace
+
+void ServeCommand::define(CLI::App& parser) {
+    home_.define(parser);
+    parser
+        .add_option("--port", port_,
+                    "Listen on this port of 127.0.0.1; 0: any free one (default: 8720 or the next "
+                    "free one)")
+        ->type_name("N")
+        ->check(CLI::Range(0, kLastPort));
+    parser
+        .add_option("--page", page_,
+                    "The page's files (default: the folder page beside the program)")
+        ->type_name("DIR");
+    parser
+        .add_option("--enterprise", enterprise_, "Pass requests for /enterprise/ on to this server")
+        ->type_name("URL");
+    parser
+        .add_option("--enterprise-timeout", enterpriseTimeout_,
+                    "Give up waiting for it after this time")
+        ->type_name("SECONDS")
+        ->capture_default_str()
+        ->check(CLI::Range(1, kLongestTimeout));
+    parser.add_option("--body-limit", bodyLimit_, "Refuse longer requests")
+        ->type_name("MiB")
+        ->capture_default_str()
+        ->check(CLI::Range(1, kHighestBodyLimit));
+}
+
+int ServeCommand::run(const Streams& streams) {
+    host::StopSignals signals;
+    const std::string home = home_.folder();
+    const host::HomeLock lock(home);
+    LocalClient local(home);
+
+    host::HostSettings settings;
+    settings.port = port_;
+    settings.page = page_.empty() ? host::defaultPageFolder() : std::filesystem::path(page_);
+    settings.enterpriseUrl = enterprise_;
+    settings.enterpriseTimeout = std::chrono::seconds(enterpriseTimeout_);
+    settings.bodyLimit = static_cast<std::size_t>(bodyLimit_) * 1024 * 1024;
+    host::Host host(settings, local.client(), streams.err);
+
+    streams.out << host.launchUrl() << std::endl;
+    signals.wait();
+    host.stop();
+    return kSuccess;
+}
+
+}  // namespace tandril::cli

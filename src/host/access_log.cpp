@@ -1,0 +1,49 @@
+#include "host/access_log.h"
+
+#include <array>
+#include <ctime>
+#include <ostream>
+
+namespace tandril::host {
+namespace {
+
+constexpr std::size_t kLongestPath = 200;
+
+// Text from outside must not end the line or move the cursor.
+std::string printable(std::string_view text) {
+    std::string plain(text.substr(0, kLongestPath));
+    for (char& c : plain) {
+        if (static_cast<unsigned char>(c) <= ' ' || static_cast<unsigned char>(c) >= 0x7F) {
+            c = '?';
+        }
+    }
+    return plain.empty() ? "-" : plain;
+}
+
+std::string now() {
+    const std::time_t time = std::time(nullptr);
+    std::tm parts{};
+    ::localtime_r(&time, &parts);
+    std::array<char, 32> text{};
+    return {text.data(), std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M:%S ", &parts)};
+}
+
+}  // namespace
+
+void AccessLog::write(const Request& request, const Response& response) {
+    const std::string line = now() + logLine(request, response, tokens_) + '\n';
+    const std::lock_guard lock(mutex_);
+    out_ << line << std::flush;
+}
+
+std::string logLine(const Request& request, const Response& response, const Tokens& tokens) {
+    std::string line = printable(request.method) + ' ' +
+                       printable(tokens.redact(std::string(request.rawPath()))) + ' ' +
+                       std::to_string(response.status);
+    if (response.status >= 400 && response.contentType.starts_with("text/plain")) {
+        line += ' ' + response.body.substr(0, response.body.find('\n'));
+    }
+    return tokens.redact(line);
+}
+
+}  // namespace tandril::host

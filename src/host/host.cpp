@@ -1,0 +1,43 @@
+#include "host/host.h"
+
+#include <system_error>
+
+#include "host/request_rules.h"
+
+namespace tandril::host {
+
+Host::Host(const HostSettings& settings, Client20& client, std::ostream& log)
+    : log_(log, tokens_),
+      server_(settings.port, settings.connections),
+      site_({server_.port(),
+             settings.page,
+             settings.bodyLimit,
+             {settings.enterpriseUrl, settings.enterpriseTimeout, settings.bodyLimit}},
+            client, tokens_) {
+    server_.start({[this](const Request& head) { return site_.refuse(head); },
+                   [this](const Request& request) { return site_.answer(request); },
+                   [this](const Request& request, const Response& response) {
+                       log_.write(request, response);
+                   }},
+                  settings.bodyLimit);
+}
+
+Host::~Host() {
+    stop();
+}
+
+std::string Host::launchUrl() const {
+    return origin(server_.port()) + "/?launch=" + tokens_.launch();
+}
+
+void Host::stop() {
+    site_.stop();
+    server_.stop();
+}
+
+std::filesystem::path defaultPageFolder() {
+    std::error_code error;
+    return std::filesystem::read_symlink("/proc/self/exe", error).parent_path() / "page";
+}
+
+}  // namespace tandril::host

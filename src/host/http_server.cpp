@@ -1,0 +1,249 @@
+#include "host/http_server.h"
+
+#include <fcntl.h>
+#include <httplib.h>
+#include <sys/eventfd.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <array>
+#include <chrono>
+#include <string_view>
+#include <thread>
+#include <utility>
+
+#include "host/connection_threads.h"
+#include "host/request_rules.h"
+#include "platform/fault.h"
+
+namespace tandril::host {
+namespace {
+
+constexpr const char* kAddress = "127.0.0.1";
+constexpr int kFirstPort = 8720;
+constexpr int kPortsTried = 100;
+constexpr int kWaitingConnections = 512;
+
+struct FixedHeader {
+    const char* name;
+    const char* value;
+};
+
+// On every response, those included that the library gives by itself.
+constexpr std::array kFixedHeaders{
+    FixedHeader{"Content-Security-Policy",
+                "default-src 'self'; img-src 'self' data:; object-src 'none'; base-uri 'none'; "
+                "form-action 'self'; frame-ancestors 'none'"},
+    FixedHeader{"X-Content-Type-Options", "nosniff"},
+    FixedHeader{"Cache-Control", "no-store"},
+    FixedHeader{"Referrer-Policy", "no-referrer"},
+    FixedHeader{"Cross-Origin-Resource-Policy", "same-origin"},
+    FixedHeader{"Cross-Origin-Opener-Policy", "same-origin"},
+    FixedHeader{"X-Frame-Options", "DENY"},
+};
+
+httplib::Headers fixedHeaders() {
+    httplib::Headers headers;
+    for (const FixedHeader& header : kFixedHeaders) {
+        headers.emplace(header.name, header.value);
+    }
+    return headers;
+}
+
+Request toRequest(const httplib::Request& in) {
+    Request request{in.method, in.target, {}, {}};
+    for (const auto& [name, value] : in.headers) {
+        request.headers.add(name, value);
+    }
+    return request;
+}
+
+void write(Response response, httplib::Response& out) {
+    out.status = response.status;
+    out.body = std::move(response.body);
+    if (!response.contentType.empty()) {
+        out.set_header("Content-Type", response.contentType);
+    }
+    for (const auto& [name, value] : response.headers) {
+        out.set_header(name, value);
+    }
+}
+
+// The socket must not be inherited, and no other process may listen beside this one: the library's
+// own choice, SO_REUSEPORT, would let it.
+void setSocketOptions(socket_t socket) {
+    const int on = 1;
+    ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
+    ::fcntl(socket, F_SETFD, FD_CLOEXEC);
+}
+
+// The port that the server listens on then.
+int bindTo(httplib::Server& server, std::optional<int> port) {
+    if (port == 0) {
+        const int any = server.bind_to_any_port(kAddress);
+        if (any <= 0) {
+            throw Fault("cannot listen on any port of 127.0.0.1");
+        }
+        return any;
+    }
+    const int first = port.value_or(kFirstPort);
+    const int last = port ? first : first + kPortsTried - 1;
+    for (int candidate = first; candidate <= last; ++candidate) {
+        if (server.bind_to_port(kAddress, candidate)) {
+            return candidate;
+        }
+    }
+    throw Fault("cannot listen on port " + std::to_string(first) + " of 127.0.0.1" +
+                (port ? "; is it in use?" : " or one of the next"));
+}
+
+}  // namespace
+
+// The library's server with connections of our own.
+class HttpServer::Server : public httplib::Server {
+  public:
+    explicit Server(const ConnectionLimits& limits) : limits_(limits) {
+        stopEvent_ = ::eventfd(0, EFD_CLOEXEC);
+        if (stopEvent_ < 0) {
+            throw Fault("the system has no event for the host");
+        }
+        set_socket_options(setSocketOptions);
+        set_default_headers(fixedHeaders());
+        new_task_queue = [] { return new ConnectionThreads; };
+    }
+    ~Server() override { ::close(stopEvent_); }
+    Server(const Server&) = delete;
+    Server& operator=(const Server&) = delete;
+
+    // Takes as many connections as come at once. The library lets five wait, so that the sixth of a
+    // browser would try again after a second.
+    void widenQueue() const { ::listen(svr_sock_, kWaitingConnections); }
+
+    void serve(HttpHandlers handlers, std::size_t bodyLimit) {
+        handlers_ = std::move(handlers);
+        bodyLimit_ = bodyLimit;
+        set_pre_routing_handler(
+            [this](const httplib::Request& in, httplib::Response& out) { return begin(in, out); });
+        Post(R"([\s\S]*)", [this](const httplib::Request& in, httplib::Response& out,
+                                  const httplib::ContentReader& reader) { post(in, out, reader); });
+        set_expect_100_continue_handler([this](const httplib::Request& in, httplib::Response& out) {
+            return begin(in, out) == HandlerResponse::Handled ? out.status : 100;
+        });
+        set_error_handler(explain);
+        set_exception_handler(apologise);
+        set_logger(
+            [this](const httplib::Request& in, const httplib::Response& out) { log(in, out); });
+    }
+
+    void interrupt() const { ::eventfd_write(stopEvent_, 1); }
+
+  private:
+    // Replaces the library's, which keeps connections open and lets every byte renew its timeouts.
+    bool process_and_close_socket(socket_t socket) override {
+        Connection connection(socket, stopEvent_, limits_);
+        bool closed = false;
+        const bool good = process_request(connection, true, closed, [&](httplib::Request& request) {
+            connection.beginBody();
+            // The library would cut and compress answers by itself.
+            request.headers.erase("Range");
+            request.ranges.clear();
+            request.headers.erase("Accept-Encoding");
+        });
+        connection.linger();
+        return good;
+    }
+
+    HandlerResponse begin(const httplib::Request& in, httplib::Response& out) const {
+        const Request request = toRequest(in);
+        if (std::optional<Response> refusal = handlers_.refuse(request)) {
+            write(std::move(*refusal), out);
+            return HandlerResponse::Handled;
+        }
+        if (in.method == "POST") {
+            return HandlerResponse::Unhandled;  // its body comes next
+        }
+        write(handlers_.answer(request), out);
+        return HandlerResponse::Handled;
+    }
+
+    void post(const httplib::Request& in, httplib::Response& out,
+              const httplib::ContentReader& reader) const {
+        Request request = toRequest(in);
+        bool tooLong = false;
+        const bool hasBody = in.has_header("Content-Length") || in.has_header("Transfer-Encoding");
+        const bool complete = !hasBody || reader([&](const char* data, std::size_t size) {
+            tooLong = request.body.size() + size > bodyLimit_;
+            if (!tooLong) {
+                request.body.append(data, size);
+            }
+            return !tooLong;
+        });
+        if (tooLong) {
+            write(bodyTooLong(bodyLimit_), out);
+        } else if (!complete) {
+            write(textResponse(400, "the body did not arrive"), out);
+        } else {
+            write(handlers_.answer(request), out);
+        }
+    }
+
+    // The library's own refusals come without a word, and it takes a method that it does not know
+    // for a malformed request.
+    static void explain(const httplib::Request& in, httplib::Response& out) {
+        if (!out.body.empty()) {
+            return;
+        }
+        if (out.status == 400 && !in.target.empty() && in.method != "GET" && in.method != "POST") {
+            write(wrongMethod("GET, POST"), out);
+        } else if (out.status == 414) {
+            write(textResponse(414, "the URL is too long"), out);
+        } else {
+            write(textResponse(out.status, "the request is malformed"), out);
+        }
+    }
+
+    static void apologise(const httplib::Request&, httplib::Response& out, std::exception_ptr) {
+        write(textResponse(500, "the host has failed at this request"), out);
+    }
+
+    void log(const httplib::Request& in, const httplib::Response& out) const {
+        // Of a success only the status is told; its body may be long.
+        const std::string reason = out.status < 400 ? "" : out.body;
+        handlers_.log(toRequest(in),
+                      {out.status, out.get_header_value("Content-Type"), reason, {}});
+    }
+
+    ConnectionLimits limits_;
+    HttpHandlers handlers_;
+    std::size_t bodyLimit_ = 0;
+    int stopEvent_ = -1;
+};
+
+HttpServer::HttpServer(std::optional<int> port, const ConnectionLimits& limits)
+    : server_(std::make_unique<Server>(limits)), port_(bindTo(*server_, port)) {
+    server_->widenQueue();
+}
+
+HttpServer::~HttpServer() {
+    stop();
+}
+
+void HttpServer::start(HttpHandlers handlers, std::size_t bodyLimit) {
+    server_->serve(std::move(handlers), bodyLimit);
+    thread_ = std::thread([this] { server_->listen_after_bind(); });
+}
+
+void HttpServer::stop() {
+    if (!thread_.joinable()) {
+        return;
+    }
+    // Before it runs the library does not notice that it is to stop.
+    while (!server_->is_running()) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    server_->interrupt();
+    server_->stop();
+    thread_.join();
+}
+
+}  // namespace tandril::host

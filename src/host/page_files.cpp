@@ -1,0 +1,109 @@
+#include "host/page_files.h"
+
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <system_error>
+#include <utility>
+
+#include "platform/ascii.h"
+#include "platform/fault.h"
+
+namespace tandril::host {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct MediaType {
+    std::string_view extension;
+    std::string_view contentType;
+};
+
+constexpr std::array kMediaTypes{
+    MediaType{".html", "text/html; charset=utf-8"},
+    MediaType{".css", "text/css; charset=utf-8"},
+    MediaType{".js", "text/javascript; charset=utf-8"},
+    MediaType{".mjs", "text/javascript; charset=utf-8"},
+    MediaType{".json", "application/json"},
+    MediaType{".webmanifest", "application/manifest+json"},
+    MediaType{".xml", "application/xml"},
+    MediaType{".txt", "text/plain; charset=utf-8"},
+    MediaType{".svg", "image/svg+xml"},
+    MediaType{".png", "image/png"},
+    MediaType{".gif", "image/gif"},
+    MediaType{".jpg", "image/jpeg"},
+    MediaType{".jpeg", "image/jpeg"},
+    MediaType{".webp", "image/webp"},
+    MediaType{".ico", "image/vnd.microsoft.icon"},
+    MediaType{".woff", "font/woff"},
+    MediaType{".woff2", "font/woff2"},
+};
+
+bool isBelow(const fs::path& file, const fs::path& folder) {
+    return std::ranges::mismatch(folder, file).in1 == folder.end();
+}
+
+bool hasOnlyPlainNames(std::string_view path) {
+    while (!path.empty()) {
+        path.remove_prefix(1);
+        const std::string_view name = path.substr(0, path.find('/'));
+        if (name.empty() || name.starts_with('.')) {
+            return false;
+        }
+        path.remove_prefix(name.size());
+    }
+    return true;
+}
+
+Response notFound() {
+    return textResponse(404, "there is no such page");
+}
+
+}  // namespace
+
+PageFiles::PageFiles(const fs::path& folder) {
+    std::error_code error;
+    folder_ = fs::canonical(folder, error);
+    if (error || find("/").empty()) {
+        throw Fault("there is no page in the folder " + folder.string() +
+                    ": it has no index.html; --page names another one");
+    }
+}
+
+Response PageFiles::answer(std::string_view path) const {
+    const fs::path file = find(path);
+    if (file.empty()) {
+        return notFound();
+    }
+    const std::ifstream in(file, std::ios::binary);
+    if (!in.is_open()) {
+        return notFound();
+    }
+    std::ostringstream content;
+    content << in.rdbuf();
+    return {200, std::string(contentTypeOf(file.native())), std::move(content).str(), {}};
+}
+
+fs::path PageFiles::find(std::string_view path) const {
+    const std::string_view wanted = path == "/" ? "/index.html" : path;
+    if (!hasOnlyPlainNames(wanted)) {
+        return {};
+    }
+    std::error_code error;
+    fs::path file = fs::canonical(folder_ / wanted.substr(1), error);
+    if (error || !isBelow(file, folder_) || !fs::is_regular_file(file, error)) {
+        return {};
+    }
+    return file;
+}
+
+std::string_view contentTypeOf(std::string_view name) {
+    const std::string folded = platform::foldAscii(name);
+    const auto* row = std::ranges::find_if(
+        kMediaTypes, [&folded](const MediaType& type) { return folded.ends_with(type.extension); });
+    return row != kMediaTypes.end() ? row->contentType : "application/octet-stream";
+}
+
+}  // namespace tandril::host

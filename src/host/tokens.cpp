@@ -1,0 +1,63 @@
+#include "host/tokens.h"
+
+#include <sys/random.h>
+
+#include <array>
+#include <cerrno>
+#include <utility>
+
+#include "platform/fault.h"
+
+namespace tandril::host {
+
+std::string randomToken() {
+    std::array<unsigned char, 32> bytes{};
+    // Up to 256 bytes come whole or not at all; only an early start of the machine is interrupted.
+    ssize_t count = -1;
+    do {
+        count = ::getrandom(bytes.data(), bytes.size(), 0);
+    } while (count < 0 && errno == EINTR);
+    if (count != static_cast<ssize_t>(bytes.size())) {
+        throw Fault("the system has no random numbers for the access tokens");
+    }
+    std::string token;
+    for (const unsigned char byte : bytes) {
+        constexpr std::string_view kDigits = "0123456789abcdef";
+        token += kDigits[byte >> 4U];
+        token += kDigits[byte & 0xFU];
+    }
+    return token;
+}
+
+bool equalInConstantTime(std::string_view a, std::string_view b) {
+    // The length of a token is no secret.
+    if (a.size() != b.size()) {
+        return false;
+    }
+    unsigned difference = 0;
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        // Volatile, so that the compiler cannot leave the loop early.
+        const volatile unsigned char x = static_cast<unsigned char>(a[i]);
+        const volatile unsigned char y = static_cast<unsigned char>(b[i]);
+        difference |= static_cast<unsigned>(x ^ y);
+    }
+    return difference == 0;
+}
+
+Tokens::Tokens(std::string launch, std::string session, std::string csrf)
+    : launch_(std::move(launch)), session_(std::move(session)), csrf_(std::move(csrf)) {}
+
+bool Tokens::redeemLaunch(std::string_view token) {
+    return equalInConstantTime(token, launch_) && !redeemed_.exchange(true);
+}
+
+std::string Tokens::redact(std::string text) const {
+    for (const std::string* token : {&launch_, &session_, &csrf_}) {
+        for (std::size_t at = 0; (at = text.find(*token, at)) != std::string::npos;) {
+            text.replace(at, token->size(), "[token]");
+        }
+    }
+    return text;
+}
+
+}  // namespace tandril::host

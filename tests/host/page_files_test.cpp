@@ -1,0 +1,115 @@
+#include "host/page_files.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "platform/fault.h"
+#include "support/temporary_home.h"
+
+namespace tandril::host {
+namespace {
+
+namespace fs = std::filesystem;
+
+class PageFilesTest : public testing::Test {
+  protected:
+    PageFilesTest() {
+        folder_.write("page/index.html", "start");
+        folder_.write("page/js/app.js", "run()");
+        folder_.write("page/.git/config", "hidden");
+        folder_.write("page/js/.app.swp", "hidden");
+        folder_.write("outside/secret.txt", "secret");
+    }
+
+    Response answer(const std::string& path) const {
+        return PageFiles(folder_.pathOf("page")).answer(path);
+    }
+    void link(const std::string& target, const std::string& name) const {
+        fs::create_symlink(target, folder_.pathOf("page/" + name));
+    }
+
+    test::TemporaryHome folder_;
+};
+
+TEST_F(PageFilesTest, RootIsTheStartPage) {
+    for (const char* path : {"/", "/index.html"}) {
+        const Response response = answer(path);
+        EXPECT_EQ(response.status, 200);
+        EXPECT_EQ(response.body, "start");
+        EXPECT_EQ(response.contentType, "text/html; charset=utf-8");
+    }
+}
+
+TEST_F(PageFilesTest, SubFoldersAreServed) {
+    const Response response = answer("/js/app.js");
+    EXPECT_EQ(response.body, "run()");
+    EXPECT_EQ(response.contentType, "text/javascript; charset=utf-8");
+}
+
+TEST_F(PageFilesTest, WhatIsNoFileIsNotFound) {
+    for (const char* path : {"/nowhere", "/js", "/js/", "//index.html", "/js//app.js",
+                             "/index.html/", "/Index.html", "/index.html/x"}) {
+        EXPECT_EQ(answer(path).status, 404) << path;
+    }
+}
+
+TEST_F(PageFilesTest, DotNamesAreNotServed) {
+    for (const char* path : {"/.git/config", "/js/.app.swp", "/..", "/../outside/secret.txt",
+                             "/js/../../outside/secret.txt", "/./index.html"}) {
+        EXPECT_EQ(answer(path).status, 404) << path;
+    }
+}
+
+TEST_F(PageFilesTest, LinksOutOfTheFolderAreNotServed) {
+    link(folder_.pathOf("outside/secret.txt"), "file.txt");
+    link("../outside", "folder");
+    link("/etc/hostname", "host.txt");
+    for (const char* path : {"/file.txt", "/folder/secret.txt", "/host.txt"}) {
+        EXPECT_EQ(answer(path).status, 404) << path;
+    }
+}
+
+TEST_F(PageFilesTest, FolderBesideWithTheSameStartIsOutside) {
+    folder_.write("page2/x.txt", "secret");
+    link("../page2/x.txt", "x.txt");
+    EXPECT_EQ(answer("/x.txt").status, 404);
+}
+
+TEST_F(PageFilesTest, LinksWithinTheFolderAreServed) {
+    link("js/app.js", "latest.js");
+    EXPECT_EQ(answer("/latest.js").body, "run()");
+}
+
+TEST_F(PageFilesTest, FolderMayBeALinkItself) {
+    fs::create_directory_symlink(folder_.pathOf("page"), folder_.pathOf("link"));
+    EXPECT_EQ(PageFiles(folder_.pathOf("link")).answer("/js/app.js").body, "run()");
+}
+
+TEST_F(PageFilesTest, ChangedFileShowsAtOnce) {
+    const PageFiles files(folder_.pathOf("page"));
+    EXPECT_EQ(files.answer("/").body, "start");
+    folder_.write("page/index.html", "changed");
+    EXPECT_EQ(files.answer("/").body, "changed");
+}
+
+TEST_F(PageFilesTest, FolderWithoutStartPageIsAFault) {
+    EXPECT_THROW(PageFiles(folder_.pathOf("outside")), Fault);
+    EXPECT_THROW(PageFiles(folder_.pathOf("nowhere")), Fault);
+    EXPECT_THROW(PageFiles(folder_.pathOf("page/index.html")), Fault);
+    EXPECT_THROW(PageFiles(""), Fault);
+}
+
+TEST(ContentType, GoesByTheEndOfTheNameInAnyCase) {
+    EXPECT_EQ(contentTypeOf("a.css"), "text/css; charset=utf-8");
+    EXPECT_EQ(contentTypeOf("A.CSS"), "text/css; charset=utf-8");
+    EXPECT_EQ(contentTypeOf("a.min.js"), "text/javascript; charset=utf-8");
+    EXPECT_EQ(contentTypeOf("a.svg"), "image/svg+xml");
+    EXPECT_EQ(contentTypeOf("a.woff2"), "font/woff2");
+    EXPECT_EQ(contentTypeOf("css"), "application/octet-stream");
+    EXPECT_EQ(contentTypeOf("a.exe"), "application/octet-stream");
+}
+
+}  // namespace
+}  // namespace tandril::host
