@@ -1,6 +1,19 @@
 #include "store/undo_log.h"
 
 namespace tandril::store {
+namespace {
+
+// The text that stands first in an element may be kept in the element itself.
+void putLeadingText(xml::Node element, const char* text) {
+    if (*element.value() != '\0') {
+        element.text().set("");
+    }
+    if (*text != '\0') {
+        element.text().set(text);
+    }
+}
+
+}  // namespace
 
 void UndoLog::keepContent(xml::Node element) {
     steps_.push_back({Kind::Content, element, xml::appendCopy(copies_, element)});
@@ -31,6 +44,7 @@ void UndoLog::takeBack(const Step& step) {
     switch (step.kind) {
         case Kind::Content:
             element.remove_children();
+            putLeadingText(element, step.content.value());
             for (const xml::Node child : step.content.children()) {
                 element.append_copy(child);
             }
