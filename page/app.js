@@ -19,14 +19,6 @@
     dom.append(document.getElementById('busy'), text('loading'));
   }
 
-  function showMode() {
-    page.call('GetVariable', ['Mode'], function (mode) {
-      var place = dom.empty(document.getElementById('mode'));
-      place.setAttribute('data-mode', mode || '');
-      dom.append(place, mode === 'Offline' ? text('Offline') : text('Online'));
-    });
-  }
-
   /* ---- first run ---- */
 
   function fetchFrom(path, take, failed) {
@@ -52,6 +44,7 @@
     fetchFrom('orders', function (xml) {
       page.call('DownloadXml', [xml], function () {
         page.lastError(function (error) {
+          if (!error) { Tandril.journal.noteSuccess(); }
           page.say(error || text('firstRunDone'), error ? 'bad' : 'good');
           then();
         });
@@ -71,15 +64,17 @@
   }
 
   function showWork() {
-    showMode();
+    Tandril.status.showMode();
     Tandril.views.openFirst();
     Tandril.views.updateErrors();
+    Tandril.status.update();
   }
 
   function start() {
     putTexts();
     page.start();
     Tandril.views.build();
+    Tandril.status.start();
     Tandril.dialog.hold(document.getElementById('divZoomHype'), Tandril.closeZoom);
     Tandril.transport.open(function (answer) {
       if (!answer.ok) {

@@ -188,9 +188,21 @@
     return values;
   };
 
+  /** Whether the form shows other values than these, as far as they are known. */
+  Form.prototype.differs = function (values) {
+    return Array.prototype.some.call(this.controls(), function (control) {
+      return values[control.id] !== undefined && values[control.id] !== control.value;
+    });
+  };
+
   Form.prototype.isChanged = function () {
-    var kept = this.kept;
-    return Array.prototype.some.call(this.controls(), function (control) { return kept[control.id] !== control.value; });
+    return this.differs(this.kept);
+  };
+
+  Form.prototype.restore = function (values) {
+    dom.each(this.controls(), function (control) {
+      if (values[control.id] !== undefined && !control.disabled) { control.value = values[control.id]; }
+    });
   };
 
   function isHidden(control) {

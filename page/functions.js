@@ -48,7 +48,7 @@
   function showdetails(kind, order, activity, line, flag) {
     showForm('GetDetails', [kind, order, activity, line, '', Number(flag) || 0], function () {
       if (kind === '2') {
-        page.show('divCostHeader', { method: 'CostLinesHeader', args: [order, activity], title: text('costHeader') });
+        page.show('divCostHeader', { method: 'CostLinesHeader', args: [order, activity], title: text('costHeader'), quiet: true });
       }
     });
   }
@@ -106,7 +106,8 @@
 
   function refreshLists() {
     ['divList', 'divCosts', 'divCostLines'].forEach(page.refresh);
-    if (Tandril.views) { Tandril.views.updateErrors(); }
+    Tandril.views.updateErrors();
+    Tandril.status.update();
   }
 
   function refused(words) {
@@ -127,6 +128,7 @@
     page.call(method, [Tandril.records.xml(kind, key, read.fields, isNew)], function (error) {
       if (error) { refused(error); return; }
       form.kept = form.snapshot();
+      Tandril.drafts.drop(form);
       page.say(text(isNew ? 'added' : 'saved'), 'good');
       done();
     });

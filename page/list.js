@@ -10,101 +10,12 @@
   var Tandril = root.Tandril = root.Tandril || {};
   var dom = Tandril.dom;
   var panel = Tandril.panel;
+  var rows = Tandril.rows;
 
   var ALL_AT_ONCE = 250; /* rows; a longer list builds the rows in view only */
   var ROW_HEIGHT = 40; /* pixels, as in the style sheet */
   var MARGIN = 12; /* rows built above and below the view */
   var SAMPLE = 400; /* rows looked at for the widths of the columns */
-
-  var ROW_CALLS = ['showdetails', 'showdetailsforhra', 'FillValues'];
-
-  /* ---- the rows as data ---- */
-
-  function mainCall(cells) {
-    for (var i = 0; i < cells.length; i++) {
-      for (var k = 0; k < cells[i].kids.length; k++) {
-        var call = cells[i].kids[k].call;
-        if (call && ROW_CALLS.indexOf(call.name) >= 0) { return call; }
-      }
-    }
-    return null;
-  }
-
-  /** In a list without its group rows the empty leading cells show the numbers that the groups showed. */
-  function leadingText(call, column) {
-    return call && call.name === 'showdetails' && column < 2 ? call.args[column + 1] : '';
-  }
-
-  /* What a row holds is looked at when it is needed: a long list is shown before all its rows are. */
-  function Row(node) {
-    this.node = node;
-    this.group = node.cls === 'orderrow';
-  }
-
-  Row.prototype.look = function () {
-    if (this.cells) { return this; }
-    this.cells = panel.kidsOf(this.node, 'td');
-    this.call = mainCall(this.cells);
-    this.texts = this.cells.map(panel.trimmed);
-    this.key = this.call ? this.call.args.join('\n') : this.texts.join('\n');
-    return this;
-  };
-
-  Row.prototype.textAt = function (column) {
-    var text = this.look().texts[column] || '';
-    return text === '' ? leadingText(this.call, column) : text;
-  };
-
-  Row.prototype.holds = function (words) {
-    if (this.search === undefined) { this.search = this.look().texts.join(' ').toLowerCase(); }
-    var search = this.search;
-    return words.every(function (word) { return search.indexOf(word) >= 0; });
-  };
-
-  /** Dates compare by year first, numbers by value, everything else as text. */
-  function sortKey(text) {
-    var date = /^(\d\d)\/(\d\d)\/(\d{4}) ?(\d{4})?$/.exec(text);
-    if (date) { return { rank: 1, value: date[3] + date[1] + date[2] + (date[4] || '') }; }
-    if (/^-?\d+([.,]\d+)?$/.test(text)) { return { rank: 0, value: Number(text.replace(',', '.')) }; }
-    return { rank: text === '' ? 3 : 2, value: text };
-  }
-
-  function compareKeys(a, b) {
-    if (a.rank !== b.rank) { return a.rank - b.rank; }
-    if (a.rank === 2) { return a.value.localeCompare(b.value); }
-    return a.value < b.value ? -1 : a.value > b.value ? 1 : 0;
-  }
-
-  function sorted(rows, column, descending) {
-    var keyed = rows.filter(function (row) { return !row.group; }).map(function (row, index) {
-      return { row: row, key: sortKey(row.textAt(column)), index: index };
-    });
-    keyed.sort(function (a, b) {
-      return (descending ? -1 : 1) * compareKeys(a.key, b.key) || a.index - b.index;
-    });
-    return keyed.map(function (entry) { return entry.row; });
-  }
-
-  /** Keeps the rows that hold all words, and the group rows above them; a group that matches keeps its rows. */
-  function filtered(rows, words) {
-    var kept = [];
-    var groups = [];
-    var previousWasGroup = false;
-    rows.forEach(function (row) {
-      if (row.group) {
-        groups = previousWasGroup ? groups : [];
-        groups.push({ row: row, matches: row.holds(words), shown: false });
-      } else if (row.holds(words) || groups.some(function (group) { return group.matches; })) {
-        groups.forEach(function (group) {
-          if (!group.shown) { kept.push(group.row); }
-          group.shown = true;
-        });
-        kept.push(row);
-      }
-      previousWasGroup = row.group;
-    });
-    return kept;
-  }
 
   /* ---- the table ---- */
 
@@ -125,7 +36,7 @@
   }
 
   List.prototype.addRows = function (nodes) {
-    for (var i = 0; i < nodes.length; i++) { this.rows.push(new Row(nodes[i])); }
+    for (var i = 0; i < nodes.length; i++) { this.rows.push(new rows.Row(nodes[i])); }
   };
 
   /**
@@ -207,8 +118,8 @@
 
   /** Number of the rows that are records, all and those shown. */
   List.prototype.counts = function () {
-    function count(rows) {
-      return rows.reduce(function (sum, row) { return row.group ? sum : sum + 1; }, 0);
+    function count(list) {
+      return list.reduce(function (sum, row) { return row.group ? sum : sum + 1; }, 0);
     }
     var all = count(this.rows);
     return { all: all, shown: this.shown === this.rows ? all : count(this.shown) };
@@ -216,9 +127,8 @@
 
   List.prototype.update = function () {
     var words = (this.state.filter || '').toLowerCase().split(/\s+/).filter(Boolean);
-    var rows = words.length ? filtered(this.rows, words) : this.rows;
-    if (this.state.column !== undefined) { rows = sorted(rows, this.state.column, this.state.descending); }
-    this.shown = rows;
+    this.shown = words.length ? rows.filtered(this.rows, words) : this.rows;
+    if (this.state.column !== undefined) { this.shown = rows.sorted(this.shown, this.state.column, this.state.descending); }
     this.active = Math.max(0, this.indexOf(this.state.current));
     this.markSorting();
     this.painted = -1;
@@ -266,10 +176,10 @@
     if (hadFocus) { this.focusActive(); }
   };
 
-  List.prototype.addGap = function (rows) {
-    if (rows <= 0) { return; }
+  List.prototype.addGap = function (count) {
+    if (count <= 0) { return; }
     var cell = dom.make('td', { colspan: this.columns });
-    cell.style.height = rows * ROW_HEIGHT + 'px';
+    cell.style.height = count * ROW_HEIGHT + 'px';
     this.body.appendChild(dom.make('tr', { 'class': 'gap', 'aria-hidden': 'true' }, cell));
   };
 
@@ -332,7 +242,7 @@
     var self = this;
     var element = dom.make('td', { colspan: span > 1 ? span : null });
     if (row.texts[column] === '' && !row.group && this.state.column !== undefined) {
-      return dom.append(element, dom.make('span', { 'class': 'faint' }, leadingText(row.call, column)));
+      return dom.append(element, dom.make('span', { 'class': 'faint' }, rows.leadingText(row.call, column)));
     }
     if (row.texts[column].length > 24) { element.title = row.texts[column]; }
     cell.kids.forEach(function (kid, place) {

@@ -85,6 +85,7 @@
     var known = Tandril.calls.isKnown(request.name);
     var act = known && Tandril.functions[request.name];
     if (!act) { return; }
+    say('');
     act.apply(null, request.args.map(function (arg) {
       return arg === Tandril.calls.CHOSEN ? event.target.value : arg;
     }));
@@ -117,7 +118,7 @@
 
   function announce(place, title) {
     var list = place.shown && place.shown.list;
-    if (list) { say(''); document.getElementById('message').setAttribute('aria-label', text('rowsShown', title, list.counts().all)); }
+    if (list) { dom.append(dom.empty(document.getElementById('news')), text('rowsShown', title, list.counts().all)); }
   }
 
   /** The headings of a list that comes without: what view.headings calls, its last one moved behind the first. */
@@ -134,9 +135,9 @@
   }
 
   /**
-   * Shows what a method returns. view: {method, args, title, subtitle, headings, focus}. An empty result shows the
-   * component's error text instead; in every place but the list it goes into the message line and the place stays as
-   * it was.
+   * Shows what a method returns. view: {method, args, title, subtitle, headings, focus, quiet}. An empty result shows the
+   * component's error text instead; in every place but the list it goes into the message line, unless the view is
+   * quiet, and the place stays as it was.
    */
   function show(name, view, done) {
     withHeadings(view, function (head) { showWith(name, view, head, done); });
@@ -164,7 +165,7 @@
         place.view = view;
         place.state = {};
         putNote(place, view.title, error || text('nothingHere'));
-      } else {
+      } else if (!view.quiet) {
         say(error || text('nothingHere'), error ? 'bad' : 'news');
       }
     });
@@ -193,13 +194,16 @@
     }
     Tandril.dialog.ask({
       title: text('confirmDiscard'), text: text('confirmDiscardText'), yes: text('yesDiscard'), danger: true
-    }, act);
+    }, function () {
+      Tandril.drafts.drop(form);
+      act();
+    });
   }
 
   Tandril.page = {
     start: findPlaces,
     place: function (name) { return places.hasOwnProperty(name) ? places[name] : null; },
-    say: say, call: call, quietly: quietly, lastError: lastError, run: run,
+    say: say, explain: explain, call: call, quietly: quietly, lastError: lastError, run: run,
     show: show, refresh: refresh, clear: clear, guard: guard, focusTitle: focusTitle
   };
 }(window));

@@ -34,8 +34,28 @@
     return (found.length ? found : [{ name: status, value: '15' }]).concat(others);
   }
 
+  function childrenOf(element) {
+    return Array.prototype.filter.call(element.childNodes, function (node) { return node.nodeType === 1; });
+  }
+
+  /* Orders stand in their section, everything else in groups below theirs;. */
+  function recordsIn(section) {
+    if (section.nodeName === SECTIONS.order) { return childrenOf(section); }
+    return childrenOf(section).reduce(function (all, group) { return all.concat(childrenOf(group)); }, []);
+  }
+
   Tandril.records = {
     escape: escape,
+
+    /** How many records of a store's XML are new or changed and not in an upload. */
+    countWaiting: function (xml) {
+      var store = new root.DOMParser().parseFromString(xml, 'text/xml');
+      return childrenOf(store.documentElement).reduce(function (sum, section) {
+        return sum + recordsIn(section).filter(function (record) {
+          return record.getAttribute('State') === 'N' || record.getAttribute('State') === 'M';
+        }).length;
+      }, 0);
+    },
 
     /** The document with one record. key: {order, activity, line}; fields: [{name, value}]. */
     xml: function (kind, key, fields, isNew) {

@@ -96,6 +96,13 @@
     }));
   }
 
+  function watch(form, buttons) {
+    form.isNew = buttons.some(function (button) {
+      return button.call.name === 'CreateActivity' || button.call.name === 'saveObject' && button.call.args[4] === 'New';
+    });
+    Tandril.drafts.watch(form);
+  }
+
   /** Reads the rest of a long list piece by piece, as long as it is shown. */
   function readOn(panel, list) {
     root.setTimeout(function () {
@@ -131,6 +138,7 @@
       makeTitle(panel, options, list), body, buttons.length ? makeButtons(buttons, options.run) : null
     ]));
     if (list) { list.restore(); }
+    if (form) { watch(form, buttons); }
     if (panel.more) { readOn(panel, list); }
     return { panel: panel, list: list, form: form };
   };

@@ -15,7 +15,7 @@
       Online: 'Online', Offline: 'Offline',
 
       groupActivities: 'Activities', groupOrders: 'Orders', groupCosts: 'Cost lines', groupHours: 'Hour registrations', groupNew: 'New',
-      groupServer: 'Server', groupMasterData: 'Master data',
+      groupMasterData: 'Master data',
       myActivities: 'My activities', activitiesOpen: 'Activities in work', activitiesSent: 'Activities sent',
       completed: 'Completed', cancelled: 'Cancelled', orders: 'All orders', ordersOpen: 'Orders in work', ordersSent: 'Orders sent',
       materialOpen: 'Material in work', materialSent: 'Material sent', labourOpen: 'Labour in work', labourSent: 'Labour sent',
@@ -23,11 +23,11 @@
       hoursSent: 'Hours sent', newOrder: 'New order', newActivity: 'New activity', newMaterial: 'New material line',
       newHours: 'New hour registration', refused: 'Refused records',
 
-      filter: 'Filter', countOf: '{0} of {1}', sortBy: 'Sort by {0}', close: 'Close', minimize: 'Minimize', restore: 'Restore',
+      filter: 'Filter', countOf: '{0} of {1}', sortBy: 'Sort by {0}', close: 'Close', minimize: 'Minimize',
       lookUp: 'Look up {0}', pickDate: 'Choose a date for {0}', timeOf: '{0}, time',
 
-      starting: 'Starting', loading: 'Loading', rowsShown: '{0}: {1} records', nothingHere: 'There is nothing to show here.',
-      saved: 'Saved.', added: 'Added.', deleted: 'Deleted.', nothingChanged: 'Nothing was changed.',
+      loading: 'Loading', rowsShown: '{0}: {1} records', nothingHere: 'There is nothing to show here.',
+      saved: 'Saved.', added: 'Added.', deleted: 'Deleted.',
       badDate: 'Write the date as mm/dd/yyyy and the time as hhmm, 24 hours.', checkFields: 'Please correct the marked fields.',
       firstRun: 'Fetching your work from the enterprise server',
       firstRunDone: 'Your work has been fetched.',
@@ -40,7 +40,129 @@
       confirmDelete: 'Delete this record?', confirmDeleteText: '{0} is removed from this computer. This cannot be undone.',
       confirmDiscard: 'Discard the changes?', confirmDiscardText: 'The form holds changes that are not saved.',
       yesDelete: 'Delete', yesDiscard: 'Discard', no: 'Cancel',
-      order: 'Order {0}', activity: 'Activity {0}', line: 'Line {0}'
+      synchronise: 'Synchronise', goOnline: 'Work online', goOffline: 'Work offline',
+      step_send: 'Send changes', step_report: 'Store the answer', step_download: 'Fetch orders', step_masterData: 'Fetch master data',
+      syncNever: 'Never synchronised', syncJustNow: 'Synchronised just now', syncMinutes: 'Synchronised {0} min ago',
+      syncHours: 'Synchronised {0} h ago', syncDays: 'Synchronised {0} days ago', syncWaiting: '{0} changes wait',
+      syncNoneWaiting: 'nothing waits', syncUnanswered: 'one upload has no answer yet', syncBytes: '{0} KiB',
+      syncElsewhere: 'Another window is synchronising. Wait until it has finished.',
+      syncCancelled: 'Cancelled. What was done so far is kept; the rest comes with the next synchronisation.',
+      syncNotSent: 'The connection was lost. Your changes are kept here and go out again, unchanged, with the next synchronisation.',
+      syncNoServer: 'The enterprise server cannot be reached. Nothing was changed; try again later.',
+      syncServerSaid: 'The enterprise server answered with status {0}: {1}',
+      syncNoReport: 'The enterprise server took the changes but its answer cannot be read. They are kept here and go out again.',
+      syncAgain: 'An earlier upload without an answer goes out again first.', syncAnswered: 'The answer was here already.',
+      syncNothing: 'There was nothing to send.', syncSent: '{0} records sent.', syncReported: '{0} accepted, {1} refused.',
+      syncNoDatabase: 'There is no database on this computer.',
+
+      order: 'Order {0}', activity: 'Activity {0}', line: 'Line {0}',
+      draftFound: 'Input of {0} was not saved.', draftTake: 'Recover', draftDrop: 'Discard'
+    },
+
+    de: {
+      skipToList: 'Zur Liste springen',
+      menu: 'Menü', views: 'Ansichten', list: 'Liste', details: 'Einzelheiten', costHeader: 'Kostenzeilen der Aktivität',
+      costLines: 'Kostenzeilen nach Art', costs: 'Kostenzeilen', masterData: 'Stammdaten',
+      Online: 'Online', Offline: 'Offline',
+
+      groupActivities: 'Aktivitäten', groupOrders: 'Aufträge', groupCosts: 'Kostenzeilen', groupHours: 'Stundenbuchungen',
+      groupNew: 'Neu', groupMasterData: 'Stammdaten',
+      myActivities: 'Meine Aktivitäten', activitiesOpen: 'Aktivitäten in Arbeit', activitiesSent: 'Gesendete Aktivitäten',
+      completed: 'Abgeschlossen', cancelled: 'Storniert', orders: 'Alle Aufträge', ordersOpen: 'Aufträge in Arbeit',
+      ordersSent: 'Gesendete Aufträge', materialOpen: 'Material in Arbeit', materialSent: 'Material gesendet',
+      labourOpen: 'Arbeitszeit in Arbeit', labourSent: 'Arbeitszeit gesendet', otherOpen: 'Sonstiges in Arbeit',
+      otherSent: 'Sonstiges gesendet', hours: 'Alle Stunden', hoursOpen: 'Stunden in Arbeit', hoursSent: 'Gesendete Stunden',
+      newOrder: 'Neuer Auftrag', newActivity: 'Neue Aktivität', newMaterial: 'Neue Materialzeile', newHours: 'Neue Stundenbuchung',
+      refused: 'Abgelehnte Sätze',
+
+      filter: 'Filtern', countOf: '{0} von {1}', sortBy: 'Nach {0} sortieren', close: 'Schließen', minimize: 'Verkleinern',
+      lookUp: '{0} nachschlagen', pickDate: 'Datum wählen: {0}', timeOf: '{0}, Uhrzeit',
+
+      loading: 'Lädt', rowsShown: '{0}: {1} Sätze', nothingHere: 'Hier gibt es nichts zu zeigen.',
+      saved: 'Gespeichert.', added: 'Angelegt.', deleted: 'Gelöscht.',
+      badDate: 'Bitte das Datum als mm/dd/yyyy (Monat/Tag/Jahr) und die Uhrzeit als hhmm schreiben.',
+      checkFields: 'Bitte die markierten Felder berichtigen.',
+      firstRun: 'Die Arbeit wird vom Unternehmensserver geholt', firstRunDone: 'Die Arbeit wurde geholt.',
+      noServer: 'Der Unternehmensserver ist nicht zu erreichen. Mit dem, was hier gespeichert ist, kann gearbeitet werden; das Übrige kommt mit der nächsten Verbindung.',
+      serverSaid: 'Der Unternehmensserver antwortete mit Status {0}. Es wurde nichts geändert.',
+      lost: 'Das Programm hinter dieser Seite antwortet nicht. Bitte neu starten und die Seite neu laden; Gespeichertes geht nicht verloren.',
+      refusedCall: 'Das Programm hinter dieser Seite hat den Aufruf abgelehnt: {0}. Bitte die Seite über die Adresse laden, die es ausgegeben hat.',
+      fault: '{0} endete mit einem Fehler: {1}', invalid: '{0} wurde nicht verstanden: {1}',
+
+      confirmDelete: 'Diesen Satz löschen?',
+      confirmDeleteText: '{0} wird von diesem Rechner entfernt. Das lässt sich nicht rückgängig machen.',
+      confirmDiscard: 'Änderungen verwerfen?', confirmDiscardText: 'Das Formular enthält Änderungen, die nicht gespeichert sind.',
+      yesDelete: 'Löschen', yesDiscard: 'Verwerfen', no: 'Abbrechen',
+      synchronise: 'Abgleichen', goOnline: 'Online arbeiten', goOffline: 'Offline arbeiten',
+      step_send: 'Änderungen senden', step_report: 'Antwort ablegen', step_download: 'Aufträge holen', step_masterData: 'Stammdaten holen',
+      syncNever: 'Noch nie abgeglichen', syncJustNow: 'Gerade abgeglichen', syncMinutes: 'Vor {0} Min. abgeglichen',
+      syncHours: 'Vor {0} Std. abgeglichen', syncDays: 'Vor {0} Tagen abgeglichen', syncWaiting: '{0} Änderungen warten',
+      syncNoneWaiting: 'nichts wartet', syncUnanswered: 'eine Sendung ist noch ohne Antwort', syncBytes: '{0} KiB',
+      syncElsewhere: 'Ein anderes Fenster gleicht gerade ab. Bitte warten, bis es fertig ist.',
+      syncCancelled: 'Abgebrochen. Was schon getan ist, bleibt; das Übrige kommt mit dem nächsten Abgleich.',
+      syncNotSent: 'Die Verbindung ging verloren. Die Änderungen bleiben hier und gehen beim nächsten Abgleich unverändert noch einmal hinaus.',
+      syncNoServer: 'Der Unternehmensserver ist nicht zu erreichen. Es wurde nichts geändert; bitte später noch einmal.',
+      syncServerSaid: 'Der Unternehmensserver antwortete mit Status {0}: {1}',
+      syncNoReport: 'Der Unternehmensserver nahm die Änderungen an, aber seine Antwort ist nicht lesbar. Sie bleiben hier und gehen noch einmal hinaus.',
+      syncAgain: 'Eine frühere Sendung ohne Antwort geht zuerst noch einmal hinaus.', syncAnswered: 'Die Antwort lag schon vor.',
+      syncNothing: 'Es gab nichts zu senden.', syncSent: '{0} Sätze gesendet.', syncReported: '{0} angenommen, {1} abgelehnt.',
+      syncNoDatabase: 'Auf diesem Rechner ist keine Datenbank.',
+
+      order: 'Auftrag {0}', activity: 'Aktivität {0}', line: 'Zeile {0}',
+      draftFound: 'Eingaben vom {0} wurden nicht gespeichert.', draftTake: 'Wiederherstellen', draftDrop: 'Verwerfen'
+    },
+
+    nl: {
+      skipToList: 'Naar de lijst',
+      menu: 'Menu', views: 'Overzichten', list: 'Lijst', details: 'Details', costHeader: 'Kostenregels van de activiteit',
+      costLines: 'Kostenregels per soort', costs: 'Kostenregels', masterData: 'Stamgegevens',
+      Online: 'Online', Offline: 'Offline',
+
+      groupActivities: 'Activiteiten', groupOrders: 'Orders', groupCosts: 'Kostenregels', groupHours: 'Urenregistraties',
+      groupNew: 'Nieuw', groupMasterData: 'Stamgegevens',
+      myActivities: 'Mijn activiteiten', activitiesOpen: 'Activiteiten in bewerking', activitiesSent: 'Verzonden activiteiten',
+      completed: 'Voltooid', cancelled: 'Geannuleerd', orders: 'Alle orders', ordersOpen: 'Orders in bewerking',
+      ordersSent: 'Verzonden orders', materialOpen: 'Materiaal in bewerking', materialSent: 'Materiaal verzonden',
+      labourOpen: 'Arbeid in bewerking', labourSent: 'Arbeid verzonden', otherOpen: 'Overig in bewerking', otherSent: 'Overig verzonden',
+      hours: 'Alle uren', hoursOpen: 'Uren in bewerking', hoursSent: 'Verzonden uren',
+      newOrder: 'Nieuwe order', newActivity: 'Nieuwe activiteit', newMaterial: 'Nieuwe materiaalregel', newHours: 'Nieuwe urenregistratie',
+      refused: 'Geweigerde records',
+
+      filter: 'Filteren', countOf: '{0} van {1}', sortBy: 'Sorteren op {0}', close: 'Sluiten', minimize: 'Verkleinen',
+      lookUp: '{0} opzoeken', pickDate: 'Datum kiezen: {0}', timeOf: '{0}, tijd',
+
+      loading: 'Laden', rowsShown: '{0}: {1} records', nothingHere: 'Hier is niets te tonen.',
+      saved: 'Opgeslagen.', added: 'Toegevoegd.', deleted: 'Verwijderd.',
+      badDate: 'Schrijf de datum als mm/dd/yyyy (maand/dag/jaar) en de tijd als hhmm.',
+      checkFields: 'Verbeter de gemarkeerde velden.',
+      firstRun: 'Het werk wordt van de bedrijfsserver gehaald', firstRunDone: 'Het werk is opgehaald.',
+      noServer: 'De bedrijfsserver is niet bereikbaar. Met wat hier is opgeslagen kan worden gewerkt; de rest komt met de volgende verbinding.',
+      serverSaid: 'De bedrijfsserver antwoordde met status {0}. Er is niets gewijzigd.',
+      lost: 'Het programma achter deze pagina antwoordt niet. Start het opnieuw en laad de pagina opnieuw; opgeslagen werk gaat niet verloren.',
+      refusedCall: 'Het programma achter deze pagina weigerde de aanroep: {0}. Laad de pagina via het adres dat het heeft getoond.',
+      fault: '{0} eindigde met een fout: {1}', invalid: '{0} werd niet begrepen: {1}',
+
+      confirmDelete: 'Dit record verwijderen?',
+      confirmDeleteText: '{0} wordt van deze computer verwijderd. Dit kan niet ongedaan worden gemaakt.',
+      confirmDiscard: 'Wijzigingen verwerpen?', confirmDiscardText: 'Het formulier bevat wijzigingen die niet zijn opgeslagen.',
+      yesDelete: 'Verwijderen', yesDiscard: 'Verwerpen', no: 'Annuleren',
+      synchronise: 'Synchroniseren', goOnline: 'Online werken', goOffline: 'Offline werken',
+      step_send: 'Wijzigingen verzenden', step_report: 'Antwoord opslaan', step_download: 'Orders ophalen', step_masterData: 'Stamgegevens ophalen',
+      syncNever: 'Nog nooit gesynchroniseerd', syncJustNow: 'Zojuist gesynchroniseerd', syncMinutes: '{0} min. geleden gesynchroniseerd',
+      syncHours: '{0} uur geleden gesynchroniseerd', syncDays: '{0} dagen geleden gesynchroniseerd', syncWaiting: '{0} wijzigingen wachten',
+      syncNoneWaiting: 'niets wacht', syncUnanswered: 'een zending is nog zonder antwoord', syncBytes: '{0} KiB',
+      syncElsewhere: 'Een ander venster is aan het synchroniseren. Wacht tot het klaar is.',
+      syncCancelled: 'Geannuleerd. Wat al gedaan is, blijft; de rest komt met de volgende synchronisatie.',
+      syncNotSent: 'De verbinding is verbroken. Uw wijzigingen blijven hier en gaan bij de volgende synchronisatie ongewijzigd opnieuw weg.',
+      syncNoServer: 'De bedrijfsserver is niet bereikbaar. Er is niets gewijzigd; probeer het later opnieuw.',
+      syncServerSaid: 'De bedrijfsserver antwoordde met status {0}: {1}',
+      syncNoReport: 'De bedrijfsserver nam de wijzigingen aan, maar zijn antwoord is niet leesbaar. Ze blijven hier en gaan opnieuw weg.',
+      syncAgain: 'Een eerdere zending zonder antwoord gaat eerst opnieuw weg.', syncAnswered: 'Het antwoord was er al.',
+      syncNothing: 'Er was niets te verzenden.', syncSent: '{0} records verzonden.', syncReported: '{0} aangenomen, {1} geweigerd.',
+      syncNoDatabase: 'Op deze computer staat geen database.',
+
+      order: 'Order {0}', activity: 'Activiteit {0}', line: 'Regel {0}',
+      draftFound: 'Invoer van {0} is niet opgeslagen.', draftTake: 'Herstellen', draftDrop: 'Verwerpen'
     }
   };
 
@@ -64,4 +186,4 @@
   };
 
   Tandril.TEXTS = TEXTS;
-}(window));
+}(typeof window === 'undefined' ? global : window));

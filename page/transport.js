@@ -27,9 +27,10 @@
   }
 
   /** Sends one request; done({status, text}), with status 0 when there was no answer. */
-  function send(verb, address, type, body, done) {
+  function send(verb, address, type, body, done, progress) {
     var request = new XMLHttpRequest();
     request.open(verb, address, true);
+    if (progress) { watch(request, progress); }
     if (type) { request.setRequestHeader('Content-Type', type); }
     if (verb === 'POST') { request.setRequestHeader('X-Tandril-Csrf', token); }
     request.onreadystatechange = function () {
@@ -37,6 +38,18 @@
     };
     request.send(body);
     return request;
+  }
+
+  function watch(request, progress) {
+    function report(event) { progress(event.loaded, event.lengthComputable ? event.total : 0); }
+    request.onprogress = report;
+    if (request.upload) { request.upload.onprogress = report; }
+  }
+
+  /** Where the enterprise server is: behind the host, or, without a host, where the page's file says. */
+  function enterpriseAddress(path) {
+    var meta = document.querySelector('meta[name="tandril-enterprise"]');
+    return (client ? meta && meta.content || '' : '/enterprise/') + path;
   }
 
   function parse(text) {
@@ -119,11 +132,15 @@
       if (!running) { next(); }
     },
 
-    /** Asks the enterprise server; done({ok, status, text}). Returns the request, which can be aborted. */
-    enterprise: function (verb, path, body, done) {
-      return send(verb, '/enterprise/' + path, body === null ? '' : 'text/xml; charset=utf-8', body, function (reply) {
+    /**
+     * Asks the enterprise server; done({ok, status, text}), with status 0 when there was no answer; progress(loaded, total)
+     * as bytes go up and come down. Returns the request, which can be aborted.
+     */
+    enterprise: function (verb, path, body, done, progress) {
+      var type = body === null ? '' : 'text/xml; charset=utf-8';
+      return send(verb, enterpriseAddress(path), type, body, function (reply) {
         done({ ok: reply.status === 200, status: reply.status, text: reply.text });
-      });
+      }, progress);
     },
 
     /** Whether the component is used directly, without the web host. */

@@ -68,14 +68,17 @@
 
   function open(entry) {
     closeMenu();
+    Tandril.page.say('');
     if (entry.run) {
       entry.run();
       return;
     }
     mark(entry);
-    Tandril.page.show('divList', {
-      method: entry.method, args: entry.args, title: entry.title || text(entry.key), headings: entry.headings
-    });
+    showList(entry);
+  }
+
+  function showList(entry) {
+    Tandril.page.show('divList', { method: entry.method, args: entry.args, title: text(entry.key), headings: entry.headings });
   }
 
   /** Lists a table; the data source is open only while the call runs. */
@@ -146,7 +149,9 @@
 
     /** Shows the view that the page starts with. */
     openFirst: function () {
-      open(MENU[0].entries[0]);
+      var entry = MENU[0].entries[0];
+      mark(entry);
+      showList(entry);
     },
 
     /** Shows how many records the server refused. */

@@ -1,0 +1,140 @@
+/*
+ * The header's honest words: mode, last success, what waits, what was refused; and the window of a synchronisation.
+ */
+(function (root) {
+  'use strict';
+
+  var Tandril = root.Tandril = root.Tandril || {};
+  var dom = Tandril.dom;
+  var page = Tandril.page;
+  var journal = Tandril.journal;
+  var text = function () { return Tandril.text.apply(null, arguments); };
+
+  var STEPS = ['send', 'report', 'download', 'masterData'];
+  var STEP_ICONS = { running: 'sync', done: 'check', skipped: 'minimize', failed: 'error' };
+  var MINUTE = 60000;
+
+  /* ---- mode ---- */
+
+  function showMode() {
+    page.call('GetVariable', ['Mode'], function (mode) {
+      var button = document.getElementById('mode');
+      var isOffline = mode === 'Offline';
+      button.setAttribute('data-mode', mode || '');
+      button.setAttribute('title', text(isOffline ? 'goOnline' : 'goOffline'));
+      dom.append(dom.empty(button), text(isOffline ? 'Offline' : 'Online'));
+      document.getElementById('sync').disabled = isOffline;
+    });
+  }
+
+  function switchMode() {
+    var isOffline = document.getElementById('mode').getAttribute('data-mode') === 'Offline';
+    page.call('Set_Mode', [isOffline ? 'Online' : 'Offline'], showMode);
+  }
+
+  /* ---- what waits ---- */
+
+  function age(time) {
+    var minutes = Math.floor((Date.now() - time) / MINUTE);
+    if (!time) { return text('syncNever'); }
+    if (minutes < 1) { return text('syncJustNow'); }
+    if (minutes < 120) { return text('syncMinutes', minutes); }
+    return minutes < 48 * 60 ? text('syncHours', Math.floor(minutes / 60)) : text('syncDays', Math.floor(minutes / 1440));
+  }
+
+  /** Counts the records that are changed and not sent; an upload without an answer waits as well. */
+  function update() {
+    page.quietly('GetMailContent', ['Harbrook'], function (xml) {
+      var waiting = xml ? Tandril.records.countWaiting(xml) : 0;
+      var words = [age(journal.lastSuccess()), waiting ? text('syncWaiting', waiting) : text('syncNoneWaiting')];
+      if (journal.upload()) { words.push(text('syncUnanswered')); }
+      dom.append(dom.empty(document.getElementById('syncState')), words.join(' \u00b7 '));
+    });
+  }
+
+  /* ---- the window of a synchronisation ---- */
+
+  function makeStep(name) {
+    return dom.make('li', { 'data-step': name, 'data-state': 'waiting' }, [
+      dom.make('span', { 'class': 'mark' }),
+      dom.make('div', {}, [dom.make('strong', {}, text('step_' + name)), dom.make('p', { 'class': 'said' })]),
+      dom.make('progress', { hidden: true, 'aria-label': text('step_' + name) })
+    ]);
+  }
+
+  function Window() {
+    var self = this;
+    this.steps = dom.make('ol', { 'class': 'steps', 'aria-live': 'polite' }, STEPS.map(makeStep));
+    this.button = dom.make('button', { type: 'button', onclick: function () { self.press(); } }, text('no'));
+    this.box = dom.make('div', { 'class': 'question', role: 'dialog', 'aria-modal': 'true', 'aria-labelledby': 'syncTitle' }, [
+      dom.make('h2', { id: 'syncTitle' }, text('synchronise')), this.steps, dom.make('div', { 'class': 'bar' }, this.button)
+    ]);
+    this.shade = dom.make('div', { 'class': 'shade' }, this.box);
+    this.before = document.activeElement;
+    Tandril.dialog.hold(this.shade, function () { self.press(); });
+    document.body.appendChild(this.shade);
+    this.button.focus();
+    this.sync = new Tandril.Sync(this);
+  }
+
+  Window.prototype.row = function (name) {
+    return this.steps.querySelector('[data-step="' + name + '"]');
+  };
+
+  Window.prototype.step = function (name, state, words) {
+    var row = this.row(name);
+    row.setAttribute('data-state', state);
+    dom.append(dom.empty(row.querySelector('.mark')), Tandril.icon(STEP_ICONS[state]));
+    dom.append(dom.empty(row.querySelector('.said')), words);
+    row.querySelector('progress').hidden = state !== 'running';
+  };
+
+  Window.prototype.progress = function (name, loaded, total) {
+    var row = this.row(name);
+    var bar = row.querySelector('progress');
+    if (total) {
+      bar.max = total;
+      bar.value = loaded;
+    }
+    dom.append(dom.empty(row.querySelector('.said')), text('syncBytes', Math.ceil(loaded / 1024)));
+  };
+
+  /** A press cancels what runs, and closes the window once nothing does. */
+  Window.prototype.press = function () {
+    if (!this.ended) {
+      this.sync.cancel();
+      return;
+    }
+    document.body.removeChild(this.shade);
+    if (this.before && this.before.focus) { this.before.focus(); }
+  };
+
+  Window.prototype.end = function (succeeded) {
+    this.ended = true;
+    this.box.setAttribute('data-result', succeeded ? 'good' : 'bad');
+    dom.append(dom.empty(this.button), text('close'));
+    update();
+    Tandril.views.updateErrors();
+    ['divList', 'divCosts', 'divCostLines'].forEach(page.refresh);
+  };
+
+  function synchronise() {
+    page.guard(function () {
+      page.clear('divDetails');
+      new Window().sync.start();
+    });
+  }
+
+  Tandril.status = {
+    start: function () {
+      document.getElementById('mode').addEventListener('click', switchMode);
+      var button = document.getElementById('sync');
+      dom.append(button, [Tandril.icon('sync'), dom.make('span', {}, text('synchronise'))]);
+      button.setAttribute('aria-label', text('synchronise'));
+      button.addEventListener('click', synchronise);
+      root.setInterval(update, 5 * MINUTE);
+    },
+    showMode: showMode,
+    update: update
+  };
+}(window));

@@ -1,0 +1,201 @@
+/*
+ * The synchronisation with the enterprise server: send what was changed, store the report, fetch orders, fetch master data,
+ * in this order. A step that fails ends it; what was done before stays, and nothing of the day's work is lost.
+ *
+ * The view it reports to: step(name, state, text) with the states "running", "done", "skipped" and "failed";
+ * progress(name, loaded, total); end(succeeded).
+ */
+(function (root) {
+  'use strict';
+
+  var Tandril = root.Tandril = root.Tandril || {};
+  var journal = Tandril.journal;
+  var text = function () { return Tandril.text.apply(null, arguments); };
+
+  var NOT_THERE = [0, 502, 503, 504];
+
+  function Sync(view) {
+    this.view = view;
+    this.cancelled = false;
+    this.request = null;
+  }
+
+  Sync.prototype.start = function () {
+    if (!journal.lock()) {
+      this.fail('send', text('syncElsewhere'));
+      return;
+    }
+    this.send();
+  };
+
+  Sync.prototype.cancel = function () {
+    this.cancelled = true;
+    if (this.request) { this.request.abort(); }
+  };
+
+  Sync.prototype.fail = function (step, words) {
+    this.view.step(step, 'failed', words);
+    journal.unlock();
+    this.view.end(false);
+  };
+
+  /** Goes on with `next` unless the engineer has cancelled. */
+  Sync.prototype.goOn = function (step, next) {
+    journal.lock();
+    if (this.cancelled) { this.fail(step, text('syncCancelled')); } else { next.call(this); }
+  };
+
+  Sync.prototype.call = function (step, method, args, done) {
+    var self = this;
+    Tandril.transport.call(method, args, function (answer) {
+      if (answer.ok) { done.call(self, answer.result); } else { self.fail(step, Tandril.page.explain(method, answer)); }
+    });
+  };
+
+  /** Asks the server; done(text of the answer). Everything but a 200 ends the step in plain words. */
+  Sync.prototype.ask = function (step, verb, path, body, done) {
+    var self = this;
+    this.view.step(step, 'running', '');
+    this.request = Tandril.transport.enterprise(verb, path, body, function (reply) {
+      self.request = null;
+      if (reply.ok) {
+        done.call(self, reply.text);
+      } else if (self.cancelled) {
+        self.fail(step, text('syncCancelled'));
+      } else {
+        self.fail(step, NOT_THERE.indexOf(reply.status) >= 0 ? text(step === 'send' ? 'syncNotSent' : 'syncNoServer')
+          : text('syncServerSaid', reply.status, firstLine(reply.text)));
+      }
+    }, function (loaded, total) {
+      journal.lock();
+      self.view.progress(step, loaded, total);
+    });
+  };
+
+  function firstLine(words) {
+    return words.split('\n')[0].slice(0, 300);
+  }
+
+  /* ---- send and report ---- */
+
+  Sync.prototype.send = function () {
+    var upload = journal.upload();
+    this.view.step('send', 'running', upload ? text('syncAgain') : '');
+    if (upload && upload.state === 'answered') {
+      this.view.step('send', 'done', text('syncAnswered'));
+      this.store(upload);
+    } else if (upload) {
+      this.post(upload);
+    } else {
+      this.prepare();
+    }
+  };
+
+  Sync.prototype.prepare = function () {
+    this.call('send', 'CreateXMLStringForUpdate', [], function (xml) {
+      if (xml) {
+        var upload = { state: 'prepared', text: xml, time: Date.now() };
+        journal.keepUpload(upload);
+        this.post(upload);
+        return;
+      }
+      this.call('send', 'Get_Error', [], function (error) {
+        if (error && error !== '1') {
+          this.fail('send', error);
+          return;
+        }
+        this.view.step('send', 'done', text('syncNothing'));
+        this.view.step('report', 'skipped', '');
+        this.goOn('download', this.download);
+      });
+    });
+  };
+
+  Sync.prototype.post = function (upload) {
+    upload.state = 'sent';
+    journal.keepUpload(upload);
+    this.ask('send', 'POST', 'upload', upload.text, function (report) {
+      if (!isReport(report)) {
+        this.fail('send', text('syncNoReport'));
+        return;
+      }
+      upload.state = 'answered';
+      upload.report = report;
+      journal.keepUpload(upload);
+      this.view.step('send', 'done', text('syncSent', Tandril.records.countWaiting(upload.text)));
+      this.store(upload);
+    });
+  };
+
+  /* A page of a proxy with status 200 is no report. */
+  function isReport(answer) {
+    var document = new root.DOMParser().parseFromString(answer, 'text/xml');
+    return document.getElementsByTagName('parsererror').length === 0 && document.getElementsByTagName('File').length > 0;
+  }
+
+  function countOf(xml, pattern) {
+    return (xml.match(pattern) || []).length;
+  }
+
+  /** Stores the report. A damaged stored report is put aside by the first try, so there is a second. */
+  Sync.prototype.store = function (upload, isSecond) {
+    this.view.step('report', 'running', '');
+    this.call('report', 'DownloadErrors', [upload.report], function (error) {
+      if (error && !isSecond) {
+        this.store(upload, true);
+      } else if (error) {
+        this.fail('report', error);
+      } else {
+        journal.settleUpload();
+        this.view.step('report', 'done', text('syncReported', countOf(upload.report, /Status="Completed"/g),
+          countOf(upload.report, /Status="Error"/g)));
+        this.goOn('download', this.download);
+      }
+    });
+  };
+
+  /* ---- download ---- */
+
+  Sync.prototype.download = function () {
+    this.ask('download', 'GET', 'orders', null, function (xml) {
+      this.call('download', 'DownloadXml', [xml], function (message) {
+        this.call('download', 'Get_Error', [], function (error) {
+          if (error && error !== '1') {
+            this.fail('download', error);
+            return;
+          }
+          this.view.step('download', 'done', message || '');
+          this.goOn('masterData', this.masterData);
+        });
+      });
+    });
+  };
+
+  Sync.prototype.masterData = function () {
+    this.call('masterData', 'GetVariable', ['Currentmdb'], function (database) {
+      if (!database) {
+        this.view.step('masterData', 'skipped', text('syncNoDatabase'));
+        this.succeed();
+        return;
+      }
+      this.ask('masterData', 'GET', 'masterdata', null, function (xml) {
+        this.call('masterData', 'Synchronize_MasterData', [xml], function (result) {
+          if (result !== 'SUCCESSFUL') {
+            this.fail('masterData', result);
+            return;
+          }
+          this.view.step('masterData', 'done', '');
+          this.succeed();
+        });
+      });
+    });
+  };
+
+  Sync.prototype.succeed = function () {
+    journal.noteSuccess();
+    journal.unlock();
+    this.view.end(true);
+  };
+
+  Tandril.Sync = Sync;
+}(window));
