@@ -39,6 +39,14 @@ async function answerCall(host, method, body, response) {
     JSON.stringify(result && result.fault ? result : { result }));
 }
 
+/* An answer of the enterprise server: a text, { status, text }, a function of the body that gives one, or "drop". */
+function answerEnterprise(answer, body, request, response) {
+  const reply = typeof answer === 'function' ? answer(body) : answer;
+  if (reply === 'drop') { return request.socket.destroy(); }
+  if (reply === undefined) { return send(response, 502, 'text/plain', 'unreachable'); }
+  return typeof reply === 'string' ? send(response, 200, 'text/xml', reply) : send(response, reply.status, 'text/plain', reply.text);
+}
+
 function handle(host, request, body, response) {
   const { pathname } = new URL(request.url, 'http://127.0.0.1');
   if (pathname === '/session') { return send(response, 200, 'application/json', JSON.stringify({ csrf: TOKEN })); }
@@ -47,16 +55,17 @@ function handle(host, request, body, response) {
     return answerCall(host, pathname.slice('/client20/'.length), body, response);
   }
   if (pathname.startsWith('/enterprise/')) {
-    const text = host.enterprise[pathname.slice('/enterprise/'.length)];
     host.fetched.push(pathname);
-    return text === undefined ? send(response, 502, 'text/plain', 'unreachable') : send(response, 200, 'text/xml', text);
+    return answerEnterprise(host.enterprise[pathname.slice('/enterprise/'.length)], body, request, response);
   }
   return serveFile(pathname, response);
 }
 
-/** Starts a host; { address, calls, fetched, answers, enterprise, stop() }. */
+/** Starts a host; { address, calls, fetched, answers, enterprise, stop() }; enterprise[PATH] is an answer, see above. */
 async function startMockHost(answers = {}, enterprise = {}) {
-  const host = { calls: [], fetched: [], answers: { GetVariable: 'Online', FMapperXMLExists: true, Get_Error: '1', ...answers }, enterprise };
+  const host = {
+    calls: [], fetched: [], answers: { GetVariable: 'Online', FMapperXMLExists: true, Get_Error: '1', ...answers }, enterprise
+  };
   const server = http.createServer((request, response) => {
     const chunks = [];
     request.on('data', (chunk) => chunks.push(chunk));

@@ -1,0 +1,138 @@
+'use strict';
+
+const { test, before, after } = require('node:test');
+const assert = require('node:assert/strict');
+const { launch, openPage } = require('./support/browser');
+const { startMockHost } = require('./support/mock_host');
+const f = require('./support/fragments');
+
+const LIST = f.myActivities('My activities', ['Order', 'Activity'], [{ order: 'A1', activities: [{ number: '10', cells: [] }] }]);
+const FORM = f.activityDetails('Activity', 'A1', '10', [
+  f.fieldRow('Status', f.select('ActivityStatus', [['15', 'Open', true], ['20', 'Done']])),
+  f.fieldRow('Description', f.input('Description', 'Boiler')),
+  f.fieldRow('Configuration', f.input('Configuration', 'C-100')),
+  f.fieldRow('Object', f.zoomInput('Object', 'OB-1', 'activity_A1_10')),
+  f.fieldRow('Item', f.zoomInput('ServiceItem', '', 'activity_A1_10')),
+  f.fieldRow('Planned', f.dateInput('PlannedStartTime', '11/15/2026', '1030')),
+  f.fieldRow('Actual', f.dateInput('ExecutionStartTime', '', '')),
+  f.fieldRow('Notes', f.area('ActivityText', 'Ring <twice> & wait')),
+  f.hidden('ObjectNumber', '1'), f.hidden('ServerNote', 'a"b')
+]);
+
+let browser;
+before(async () => { browser = await launch(); });
+after(async () => { await browser.close(); });
+
+async function withForm(answers, act) {
+  const host = await startMockHost({ ListOrders: 'x', MyActivities: LIST, GetDetails: FORM, ...answers });
+  const page = await openPage(browser, host.address);
+  try {
+    await page.click('#divList tr.tablerows');
+    await page.waitForSelector('#divDetails .form');
+    await act(page, host);
+    assert.deepEqual(page.problems, []);
+  } finally {
+    await page.context().close();
+    await host.stop();
+  }
+}
+
+const called = (host, method) => host.calls.filter((call) => call.method === method).map((call) => call.args);
+const wait = (host, method, count = 1) => new Promise((resolve, reject) => {
+  const end = Date.now() + 10000;
+  (function look() {
+    if (called(host, method).length >= count) { resolve(); return; }
+    if (Date.now() > end) { reject(new Error(`${method} was not called`)); return; }
+    setTimeout(look, 20);
+  }());
+});
+
+test('SaveSendsWhatCanBeEditedAndLeavesUntouchedDatesAlone', () => withForm({ updatexml: '' }, async (page, host) => {
+  await page.selectOption('#ActivityStatus', '20');
+  await page.fill('#Description', 'Größe < 5 & "gut"');
+  await page.fill('#ExecutionStartTime', '11/16/2026');
+  await page.fill('#ExecutionStartTime_time', '0745');
+  await page.click('#btnSave');
+  await wait(host, 'updatexml');
+  assert.deepEqual(called(host, 'updatexml'), [[
+    '<harbrook><ccsocservcactv><ServiceOrder ID="A1"><record Activity="10"><ActivityStatus>20</ActivityStatus>' +
+    '<Description>Größe &lt; 5 &amp; &quot;gut&quot;</Description><Configuration>C-100</Configuration><Object>OB-1</Object><ServiceItem></ServiceItem>' +
+    '<ExecutionStartTime>20261116 074500</ExecutionStartTime><ActivityText>Ring &lt;twice&gt; &amp; wait</ActivityText>' +
+    '</record></ServiceOrder></ccsocservcactv></harbrook>'
+  ]]);
+  await page.waitForSelector('#message.good');
+}));
+
+test('ADateThatDoesNotReadIsNotSent', () => withForm({}, async (page, host) => {
+  for (const date of ['tomorrow', '13/01/2026', '02/30/2026', '2026-11-15']) {
+    await page.fill('#PlannedStartTime', date);
+    await page.click('#btnSave');
+    await page.waitForSelector('#PlannedStartTime[aria-invalid="true"]');
+  }
+  assert.match(await page.textContent('#PlannedStartTime-problem'), /mm\/dd\/yyyy/);
+  assert.equal(await page.evaluate(() => document.activeElement.id), 'PlannedStartTime');
+  assert.deepEqual(called(host, 'updatexml'), []);
+}));
+
+test('ARefusedSaveKeepsTheInput', () => withForm({ updatexml: 'Description must not be empty' }, async (page) => {
+  await page.fill('#Description', '');
+  await page.click('#btnSave');
+  await page.waitForSelector('#message.bad');
+  assert.match(await page.textContent('#message'), /Description must not be empty/);
+  assert.equal(await page.inputValue('#Description'), '');
+}));
+
+test('DeleteAsksFirst', () => withForm({ deleteNode: null }, async (page, host) => {
+  await page.click('#btnDelete');
+  await page.click('.question button:not(.danger)');
+  assert.deepEqual(called(host, 'deleteNode'), []);
+  await page.click('#btnDelete');
+  await page.click('.question .danger');
+  await wait(host, 'deleteNode');
+  assert.deepEqual(called(host, 'deleteNode'), [['A1', '10', '', '']]);
+}));
+
+test('UnsavedInputIsNotLostWithoutAQuestion', () => withForm({}, async (page) => {
+  await page.fill('#Description', 'changed');
+  await page.click('#divDetails [aria-label=Close]');
+  await page.waitForSelector('.question');
+  await page.keyboard.press('Escape');
+  assert.equal(await page.inputValue('#Description'), 'changed');
+  await page.click('#divDetails [aria-label=Close]');
+  await page.click('.question .danger');
+  assert.equal(await page.$('#divDetails .form'), null);
+}));
+
+test('InputSurvivesAClosedWindow', () => withForm({}, async (page) => {
+  await page.fill('#Description', 'not saved');
+  await page.waitForFunction(() => Object.keys(localStorage).length > 0);
+  await page.reload();
+  await page.click('#divList tr.tablerows');
+  await page.click('#divDetails .draft button');
+  assert.equal(await page.inputValue('#Description'), 'not saved');
+}));
+
+test('AZoomFillsTheField', () => withForm({
+  HyperLinkAndZoom: f.zoomWindow('Objects', 'CROB', ['Code'], [['OB-7']]).replace('"OB-7","CROB"', '"OB-7","CROB","42"')
+}, async (page, host) => {
+  await page.click('.field:has(#Object) .zoom');
+  await page.click('#divZoomHype tr.tablerows');
+  assert.equal(await page.inputValue('#Object'), 'OB-7');
+  assert.equal(await page.inputValue('[data-field=ObjectNumber]'), '42');
+  assert.deepEqual(called(host, 'HyperLinkAndZoom'), [[0, 'Object', 'C-100', 'activity']]);
+  await page.click('.field:has(#ServiceItem) .zoom');
+  await wait(host, 'HyperLinkAndZoom', 2);
+  await wait(host, 'CloseDataBase', 2);
+  assert.deepEqual(called(host, 'HyperLinkAndZoom')[1], [0, 'Item', '', 'activity']);
+  assert.deepEqual(host.calls.map((call) => call.method).filter((name) => /DataBase|Zoom/.test(name)),
+    ['OpenDataBase', 'HyperLinkAndZoom', 'CloseDataBase', 'OpenDataBase', 'HyperLinkAndZoom', 'CloseDataBase']);
+}));
+
+test('TheLinksOfAnActivityReachTheirCalls', () => withForm({}, async (page, host) => {
+  await page.click('#divDetails .show');
+  await wait(host, 'ListCostLines');
+  assert.deepEqual(called(host, 'ListCostLines'), [['Material', 'A1', '10']]);
+  await page.click('#divDetails .create');
+  await wait(host, 'CreateForm');
+  assert.deepEqual(called(host, 'CreateForm'), [['3', 'A1', '10']]);
+}));

@@ -1,0 +1,163 @@
+'use strict';
+
+const { test, before, after } = require('node:test');
+const assert = require('node:assert/strict');
+const { launch, openPage } = require('./support/browser');
+const { startMockHost } = require('./support/mock_host');
+
+const UPLOAD = '<harbrook><ccsocservcordr><record ServiceOrder="A1" State="M"><F>ü</F></record></ccsocservcordr></harbrook>';
+const REPORT = '<Report><File ID="1"><Entry Status="Completed" Order="A1"/><Entry Status="Error" Order="A2" Description="no"/></File></Report>';
+
+let browser;
+before(async () => { browser = await launch(); });
+after(async () => { await browser.close(); });
+
+/* A component that has one upload to give, as after a day's work. */
+function component(overrides = {}) {
+  let uploads = [UPLOAD];
+  return {
+    ListOrders: 'x', CreateXMLStringForUpdate: () => uploads.shift() || '', DownloadErrors: '', Synchronize_MasterData: 'SUCCESSFUL',
+    DownloadXml: 'New Data has been downloaded.', GetVariable: (name) => (name === 'Mode' ? 'Online' : 'db'), ...overrides
+  };
+}
+
+const SERVER = { upload: REPORT, orders: '<harbrook/>', masterdata: '<extract/>' };
+
+async function withPage(answers, enterprise, act) {
+  const host = await startMockHost(component(answers), enterprise);
+  const page = await openPage(browser, host.address);
+  try {
+    await page.waitForSelector('#divList .note');
+    await act(page, host);
+  } finally {
+    await page.context().close();
+    await host.stop();
+  }
+}
+
+const SYNC = ['CreateXMLStringForUpdate', 'DownloadErrors', 'DownloadXml', 'Synchronize_MasterData'];
+const syncCalls = (host) => host.calls.filter((call) => SYNC.includes(call.method));
+const states = (page) => page.$$eval('.steps li', (steps) => steps.map((step) => step.getAttribute('data-state')));
+const journal = (page) => page.evaluate(() => JSON.parse(localStorage.getItem('tandril.upload')));
+
+async function synchronise(page) {
+  await page.click('#sync');
+  await page.waitForSelector('[data-result]');
+  return states(page);
+}
+
+async function close(page) {
+  await page.click('.shade .bar button');
+}
+
+test('ASynchronisationSendsBeforeItFetches', () => withPage({}, SERVER, async (page, host) => {
+  assert.deepEqual(await synchronise(page), ['done', 'done', 'done', 'done']);
+  assert.deepEqual(syncCalls(host).map(({ method, args }) => [method, ...args]), [
+    ['CreateXMLStringForUpdate'], ['DownloadErrors', REPORT], ['DownloadXml', '<harbrook/>'], ['Synchronize_MasterData', '<extract/>']
+  ]);
+  assert.deepEqual(host.fetched, ['/enterprise/upload', '/enterprise/orders', '/enterprise/masterdata']);
+  assert.match(await page.textContent('[data-step=report]'), /1 accepted, 1 refused/);
+  assert.equal(await journal(page), null);
+  await close(page);
+  assert.match(await page.textContent('#syncState'), /just now/);
+}));
+
+test('NothingToSendIsNoUpload', () => withPage({ CreateXMLStringForUpdate: '' }, SERVER, async (page, host) => {
+  assert.deepEqual(await synchronise(page), ['done', 'skipped', 'done', 'done']);
+  assert.deepEqual(host.fetched, ['/enterprise/orders', '/enterprise/masterdata']);
+}));
+
+test('WithoutADatabaseMasterDataIsLeftOut', () => withPage({ GetVariable: (name) => (name === 'Mode' ? 'Online' : '') }, SERVER, async (page) => {
+  assert.deepEqual(await synchronise(page), ['done', 'done', 'done', 'skipped']);
+}));
+
+const LOSSES = { unreachable: undefined, dropped: 'drop', noReport: '<html>Please sign in</html>', noXml: 'OK', badGateway: { status: 504, text: 'late' } };
+
+for (const [name, answer] of Object.entries(LOSSES)) {
+  test(`TheSameBytesGoOutAgainAfter_${name}`, () => {
+    const received = new Set();
+    let isBroken = true;
+    const upload = (body) => { received.add(body); return isBroken ? answer : REPORT; };
+    return withPage({}, { ...SERVER, upload }, async (page, host) => {
+      assert.equal((await synchronise(page))[0], 'failed');
+      assert.deepEqual(syncCalls(host).map((call) => call.method), ['CreateXMLStringForUpdate']);
+      assert.equal((await journal(page)).text, UPLOAD);
+      await close(page);
+      assert.match(await page.textContent('#syncState'), /no answer yet/);
+      isBroken = false;
+      await page.reload();
+      await page.waitForSelector('#divList .note');
+      assert.deepEqual(await synchronise(page), ['done', 'done', 'done', 'done']);
+      assert.deepEqual([...received], [UPLOAD]);
+      assert.equal(host.calls.filter((call) => call.method === 'DownloadErrors').length, 1);
+      assert.equal(await journal(page), null);
+    });
+  });
+}
+
+test('AnAnswerThatCouldNotBeStoredIsNotAskedForAgain', () => {
+  let tries = 0;
+  return withPage({ DownloadErrors: () => (++tries <= 2 ? 'The upload report is damaged' : '') }, SERVER, async (page, host) => {
+    assert.deepEqual(await synchronise(page), ['done', 'failed', 'waiting', 'waiting']);
+    await close(page);
+    assert.deepEqual(await synchronise(page), ['done', 'done', 'done', 'done']);
+    assert.equal(host.fetched.filter((path) => path === '/enterprise/upload').length, 1);
+  });
+});
+
+test('AFailedDownloadLeavesTheSentWorkSent', () => withPage({}, { ...SERVER, orders: 'drop' }, async (page, host) => {
+  assert.deepEqual(await synchronise(page), ['done', 'done', 'failed', 'waiting']);
+  assert.match(await page.textContent('[data-step=download]'), /cannot be reached/);
+  assert.deepEqual(syncCalls(host).map((call) => call.method), ['CreateXMLStringForUpdate', 'DownloadErrors']);
+}));
+
+test('ARefusedUploadSaysWhatTheServerSaid', () => withPage({}, { ...SERVER, upload: { status: 400, text: 'not a document of orders' } }, async (page) => {
+  assert.equal((await synchronise(page))[0], 'failed');
+  assert.match(await page.textContent('[data-step=send]'), /status 400: not a document of orders/);
+}));
+
+test('CancelStopsAtTheRunningStep', () => {
+  let answer;
+  const waiting = new Promise((resolve) => { answer = resolve; });
+  return withPage({ DownloadErrors: () => waiting.then(() => '') }, SERVER, async (page, host) => {
+    await page.click('#sync');
+    await page.waitForSelector('[data-step=report][data-state=running]');
+    await page.click('.shade .bar button');
+    answer();
+    await page.waitForSelector('[data-result=bad]');
+    assert.deepEqual(await states(page), ['done', 'done', 'failed', 'waiting']);
+    assert.ok(!host.fetched.includes('/enterprise/orders'));
+  });
+});
+
+test('TwoWindowsDoNotSynchroniseAtOnce', async () => {
+  let answer;
+  const waiting = new Promise((resolve) => { answer = resolve; });
+  const host = await startMockHost(component({ DownloadErrors: () => waiting.then(() => '') }), SERVER);
+  const first = await openPage(browser, host.address);
+  const second = await first.context().newPage();
+  await second.goto(host.address);
+  await first.click('#sync');
+  await first.waitForSelector('[data-step=report][data-state=running]');
+  await second.waitForSelector('#divList .note, #divList .panel, #sync:enabled');
+  assert.equal((await synchronise(second))[0], 'failed');
+  assert.match(await second.textContent('[data-step=send]'), /Another window/);
+  answer();
+  await first.waitForSelector('[data-result=good]');
+  assert.equal(syncCalls(host).filter((call) => call.method === 'CreateXMLStringForUpdate').length, 1);
+  await first.context().close();
+  await host.stop();
+});
+
+test('OfflineTurnsTheSynchronisationOff', () => {
+  let mode = 'Online';
+  return withPage({ GetVariable: () => mode, Set_Mode: (wanted) => { mode = wanted; return null; } }, SERVER, async (page) => {
+    await page.waitForSelector('#mode[data-mode=Online]');
+    await page.click('#mode');
+    await page.waitForSelector('#mode[data-mode=Offline]');
+    assert.equal(await page.isDisabled('#sync'), true);
+    await page.click('#mode');
+    await page.waitForSelector('#mode[data-mode=Online]');
+    assert.equal(await page.isDisabled('#sync'), false);
+  });
+});
