@@ -99,6 +99,26 @@ Language WebServer::languageOf(const httplib::Request& request) const {
     return asked.value_or(preferred.value_or(fallback_));
 }
 
+void WebServer::takeUpload(const httplib::Request& request, httplib::Response& response,
+                           const httplib::ContentReader& reader) {
+    if (request.is_multipart_form_data()) {
+        refuse(response, 415, "The upload is the body itself, not a part of a form.");
+        return;
+    }
+    std::string body;
+    const bool whole = reader([&body](const char* data, std::size_t length) {
+        body.append(data, length);
+        return true;
+    });
+    if (!whole) return;  // the library has set the status
+    const std::scoped_lock lock(officeMutex_);
+    try {
+        response.set_content(office_.takeUpload(body, languageOf(request)), kXml);
+    } catch (const BadUpload& bad) {
+        refuse(response, 400, bad.what());
+    }
+}
+
 void WebServer::addRoutes() {
     http_.Get("/health", [](const httplib::Request&, httplib::Response& response) {
         response.set_content("ok\n", kText);
@@ -112,13 +132,10 @@ void WebServer::addRoutes() {
         const std::scoped_lock lock(officeMutex_);
         response.set_content(office_.orders(), kXml);
     });
-    http_.Post("/upload", [this](const httplib::Request& request, httplib::Response& response) {
-        const std::scoped_lock lock(officeMutex_);
-        try {
-            response.set_content(office_.takeUpload(request.body, languageOf(request)), kXml);
-        } catch (const BadUpload& bad) {
-            refuse(response, 400, bad.what());
-        }
+    // With a reader of its own the body is taken whatever type it is labelled with; the library
+    // would cut what is labelled as a form.
+    http_.Post("/upload", [this](const auto& request, auto& response, const auto& reader) {
+        takeUpload(request, response, reader);
     });
     http_.Get("/masterdata", [this](const httplib::Request&, httplib::Response& response) {
         response.set_content(office_.masterDataChanges(), kXml);

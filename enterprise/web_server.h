@@ -37,6 +37,8 @@ class WebServer {
     std::atomic<bool> stopped_ = false;
 
     void addRoutes();
+    void takeUpload(const httplib::Request& request, httplib::Response& response,
+                    const httplib::ContentReader& reader);
     Language languageOf(const httplib::Request& request) const;
 };
 

@@ -1,10 +1,25 @@
 #include "component/call.h"
 
 #include <exception>
+#include <utility>
 
 #include "component/paths.h"
+#include "xml/encoding.h"
 
 namespace tandril {
+namespace {
+
+// A name for a damaged file, such as "Removed.damaged.xml", that does not replace an older one.
+std::string unusedName(const platform::FileSystem& files, std::string_view path) {
+    const std::string stem(path.substr(0, path.rfind('.')));
+    std::string name = stem + ".damaged.xml";
+    for (int number = 2; files.fileExists(name); ++number) {
+        name = stem + ".damaged" + std::to_string(number) + ".xml";
+    }
+    return name;
+}
+
+}  // namespace
 
 Call::Call(Module& module, std::string_view action)
     : module_(module), settings_(module.machine.registry), action_(action) {
@@ -17,6 +32,57 @@ store::OrderStore* Call::store() {
         module_.lastStore = store::OrderStore::from(xml::load(files(), paths::store));
     }
     return module_.lastStore ? &*module_.lastStore : nullptr;
+}
+
+bool Call::hasReport() {
+    return report_ || files().fileExists(paths::report);
+}
+
+store::UploadReport* Call::report() {
+    if (!hasLoadedReport_) {
+        hasLoadedReport_ = true;
+        if (auto document = xml::load(files(), paths::report)) {
+            report_.emplace(std::move(*document));
+        }
+    }
+    return report_ ? &*report_ : nullptr;
+}
+
+void Call::adoptReport(xml::Document document, std::string text) {
+    hasLoadedReport_ = true;
+    report_.emplace(std::move(document));
+    adoptedText_ = std::move(text);
+}
+
+void Call::loadCopies() {
+    if (copies_) {
+        return;
+    }
+    if (auto document = xml::load(files(), paths::removed)) {
+        copies_.emplace(std::move(*document));
+        return;
+    }
+    if (files().fileExists(paths::removed)) {
+        files().rename(paths::removed, unusedName(files(), paths::removed));
+    }
+    copies_.emplace();
+}
+
+void Call::keepCopy(const store::RecordKey& key, xml::Node record,
+                    store::RemovedRecords::Reason reason) {
+    if (store::stateOf(record) != store::state::downloaded) {
+        loadCopies();
+        copies_->add(key, record, reason, module_.machine.clock.generalDate());
+    }
+}
+
+void Call::saveCopies() {
+    if (!copies_ || !copies_->isChanged()) {
+        return;
+    }
+    const store::RemovedRecords copies = std::move(*copies_);
+    copies_.reset();
+    xml::save(copies.document(), files(), paths::removed, platform::Durability::Durable);
 }
 
 const mapper::FieldMapper* Call::mapper() {
@@ -69,11 +135,35 @@ std::string Call::xmlLine(std::string_view xml) {
     return "iXml =   " + std::string(xml);
 }
 
-void Call::save() {
+void Call::saveStore() {
     if (hasLoadedStore_ && module_.lastStore && module_.lastStore->isChanged()) {
         xml::save(module_.lastStore->document(), files(), paths::store,
                   platform::Durability::Durable);
     }
+}
+
+void Call::saveReport() {
+    if (!report_) {
+        return;
+    }
+    if (report_->isChanged()) {
+        xml::save(report_->document(), files(), paths::report, platform::Durability::Durable);
+    } else if (!adoptedText_.empty()) {
+        files().replace(paths::report, xml::encodeAsDeclared(std::move(adoptedText_)),
+                        platform::Durability::Durable);
+    }
+}
+
+// Copies come first: no record leaves the store before its copy is safe. What could not be saved
+// once is not tried again behind a fault that the caller has been told of.
+void Call::save() {
+    if (hasSaved_) {
+        return;
+    }
+    hasSaved_ = true;
+    saveCopies();
+    saveStore();
+    saveReport();
 }
 
 void Call::finish() {

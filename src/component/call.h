@@ -10,6 +10,8 @@
 #include "component/settings.h"
 #include "mapper/field_mapper.h"
 #include "store/order_store.h"
+#include "store/removed_records.h"
+#include "store/upload_report.h"
 #include "xml/document.h"
 
 namespace tandril {
@@ -32,7 +34,21 @@ class Call {
     // The documents; null when the file cannot be loaded. A store that loads becomes the module's
     // last store, and one that does not empties it.
     store::OrderStore* store();
+    store::UploadReport* report();
     const mapper::FieldMapper* mapper();
+
+    // Whether there is an upload report, which may still be damaged.
+    bool hasReport();
+    // Makes the document that `text` is the upload report. It is stored as it is written there as
+    // long as nothing changes in it.
+    void adoptReport(xml::Document document, std::string text);
+
+    // Keeps a copy of a record that is about to leave the store, unless the server has it just so.
+    void keepCopy(const store::RecordKey& key, xml::Node record,
+                  store::RemovedRecords::Reason reason);
+    // Writes the copies now. When that fails they are dropped with the Fault: their records must
+    // stay then.
+    void saveCopies();
 
     // The text of a message code; "" for an unknown one, or without a field mapper.
     std::string label(std::string_view code);
@@ -60,13 +76,21 @@ class Call {
 
   private:
     void save();
+    void saveStore();
+    void saveReport();
+    void loadCopies();
 
     Module& module_;
     Settings settings_;
     std::string action_;
     bool clearsError_ = false;
     bool hasLoadedStore_ = false;
+    bool hasLoadedReport_ = false;
     bool hasLoadedMapper_ = false;
+    bool hasSaved_ = false;
+    std::optional<store::UploadReport> report_;
+    std::string adoptedText_;
+    std::optional<store::RemovedRecords> copies_;
     std::optional<mapper::FieldMapper> mapper_;
 };
 

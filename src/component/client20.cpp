@@ -6,6 +6,8 @@
 #include "component/list_calls.h"
 #include "component/module.h"
 #include "component/paths.h"
+#include "component/report_calls.h"
+#include "component/store_calls.h"
 #include "platform/fault.h"
 
 namespace tandril {
@@ -13,6 +15,10 @@ namespace {
 
 [[noreturn]] void notAvailableYet(const char* method) {
     throw Fault(std::string(method) + " is not available yet");
+}
+
+std::string_view textOf(const Variant& argument) {
+    return argument.text ? std::string_view(*argument.text) : std::string_view();
 }
 
 // How the page says that it opens a record to correct an error of the upload.
@@ -31,10 +37,16 @@ Variant Client20::runEmpty(Body body) {
     });
 }
 
+// A method that shows or changes records: its error text reads "1" while it runs.
+template <class Body>
+auto Client20::runOnRecords(std::string_view action, Body body) {
+    return run(module_, ErrorAtEntry::Reset, action, body);
+}
+
 // A method that shows a form or a part of one.
 template <class Body>
 std::string Client20::showForm(Body body) {
-    return run(module_, ErrorAtEntry::Reset, "", body);
+    return runOnRecords("", body);
 }
 
 std::string Client20::showRecords(std::string_view action, views::RecordList list) {
@@ -76,16 +88,17 @@ std::string Client20::canceledAgenda() {
     return showRecords("My Activities", views::RecordList::CanceledAgenda);
 }
 
-std::string Client20::DownloadXml(const std::string&) {
-    notAvailableYet("DownloadXml");
+std::string Client20::DownloadXml(const std::string& iXML) {
+    return runOnRecords("Download XML",
+                        [&](Call& call) { return store_calls::download(call, iXML); });
 }
 
-std::string Client20::updatexml(const std::string&) {
-    notAvailableYet("updatexml");
+std::string Client20::updatexml(const std::string& iXML) {
+    return runOnRecords("Update XML", [&](Call& call) { return store_calls::edit(call, iXML); });
 }
 
-std::string Client20::AddXml(const std::string&) {
-    notAvailableYet("AddXml");
+std::string Client20::AddXml(const std::string& iXML) {
+    return runOnRecords("Add XML", [&](Call& call) { return store_calls::add(call, iXML); });
 }
 
 std::string Client20::GetDetails(const std::string& iObject, const std::string& iOrno,
@@ -104,19 +117,20 @@ std::string Client20::CreateForm(const std::string& iObject, const std::string& 
 }
 
 std::string Client20::CreateXMLStringForUpdate() {
-    notAvailableYet("CreateXMLStringForUpdate");
+    return runOnRecords("", [](Call& call) { return store_calls::upload(call); });
 }
 
-std::string Client20::DownloadErrors(const std::string&) {
-    notAvailableYet("DownloadErrors");
+std::string Client20::DownloadErrors(const std::string& iXML) {
+    return runOnRecords("Download Errors",
+                        [&](Call& call) { return report_calls::take(call, iXML); });
 }
 
 std::string Client20::ShowErrorPool() {
-    notAvailableYet("ShowErrorPool");
+    return runOnRecords("Error Pool", [](Call& call) { return report_calls::errorPool(call); });
 }
 
 std::string Client20::ShowErrorList() {
-    notAvailableYet("ShowErrorList");
+    return runOnRecords("Error Pool", [](Call& call) { return report_calls::errorList(call); });
 }
 
 std::string Client20::ListCostLines(const std::string& iCostType, const std::string& iorder,
@@ -124,8 +138,13 @@ std::string Client20::ListCostLines(const std::string& iCostType, const std::str
     return showCostLines(views::Lines::OfActivity, iCostType, iorder, iActivity);
 }
 
-Variant Client20::deleteNode(const Variant&, const Variant&, const Variant&, const Variant&) {
-    notAvailableYet("deleteNode");
+Variant Client20::deleteNode(const Variant& iorder, const Variant& iActivity, const Variant& iLine,
+                             const Variant& iCostType) {
+    return runOnRecords("", [&](Call& call) {
+        store_calls::deleteRecord(call, textOf(iorder), textOf(iActivity), textOf(iLine),
+                                  textOf(iCostType));
+        return Variant();
+    });
 }
 
 std::string Client20::ListOrders() {
@@ -218,16 +237,20 @@ std::string Client20::CreateActivityDropDown(const std::string& iorder) {
     return showForm([&](Call& call) { return form_calls::activityOptions(call, iorder); });
 }
 
-std::string Client20::SaveHra(const std::string&) {
-    notAvailableYet("SaveHra");
+std::string Client20::SaveHra(const std::string& iXML) {
+    return runOnRecords("",
+                        [&](Call& call) { return store_calls::addHourRegistration(call, iXML); });
 }
 
 Variant Client20::StroreErrorOrders() {
-    notAvailableYet("StroreErrorOrders");
+    return runEmpty([](Call& call) { report_calls::collectErrorOrders(call); });
 }
 
 Variant Client20::deleteCompletedOrders(const std::string&) {
-    notAvailableYet("deleteCompletedOrders");
+    return runOnRecords("", [](Call& call) {
+        store_calls::purge(call);
+        return Variant();
+    });
 }
 
 std::string Client20::GetI18NString(const std::string& label) {
@@ -301,7 +324,10 @@ std::string Client20::ViewHra_SI() {
 }
 
 Variant Client20::CompleteOrder() {
-    notAvailableYet("CompleteOrder");
+    return runOnRecords("", [](Call& call) {
+        store_calls::completeOrders(call);
+        return Variant();
+    });
 }
 
 }  // namespace tandril

@@ -111,6 +111,8 @@ class Client20 {
     template <class Body>
     Variant runEmpty(Body body);
     template <class Body>
+    auto runOnRecords(std::string_view action, Body body);
+    template <class Body>
     std::string showForm(Body body);
     std::string showRecords(std::string_view action, views::RecordList list);
     std::string showCostLines(views::Lines lines, std::string_view costType, std::string_view order,

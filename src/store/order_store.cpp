@@ -30,16 +30,6 @@ std::string activityKeyOf(xml::Node group) {
     return joined(xml::attribute(group, groupOrderKey), xml::attribute(group, activityKey));
 }
 
-bool isCostSection(Section section) {
-    return costTypeOf(section) != nullptr;
-}
-
-// The section that the element is. Nearly all elements are fields, which the first letter tells.
-std::optional<Section> sectionOf(xml::Node element) {
-    const char* const name = element.name();
-    return *name == *sectionName(Section::Orders) ? sectionNamed(name) : std::nullopt;
-}
-
 const char* memberKey(xml::Node group) {
     return xml::isNamed(group.parent(), sectionName(Section::Activities)) ? activityKey : lineKey;
 }
@@ -62,27 +52,28 @@ OrderStore::SectionIndex& OrderStore::index(Section section) const {
 }
 
 void OrderStore::buildIndexes() const {
-    const xml::Node root = document_.root();
-    xml::Node parent;
-    std::optional<Section> around;  // the section that the parent is
-    for (xml::Node element = root; element; element = xml::nextElement(element, root)) {
-        if (const auto own = sectionOf(element)) {
-            indexes_[static_cast<std::size_t>(*own)].elements.push_back(element);
-        }
-        if (element.parent() != parent) {
-            parent = element.parent();
-            around = sectionOf(parent);
-        }
-        if (around && isCandidate(*around, element)) {
-            add(indexes_[static_cast<std::size_t>(*around)], *around, element);
+    indexBelow(document_.root());
+}
+
+void OrderStore::indexBelow(xml::Node parent) const {
+    const auto section = sectionNamed(parent.name());
+    if (section) {
+        indexes_[static_cast<std::size_t>(*section)].elements.push_back(parent);
+    }
+    for (const xml::Node child : xml::elements(parent)) {
+        if (section && isCandidate(*section, child)) {
+            addToIndex(*section, child);
+        } else {
+            indexBelow(child);
         }
     }
 }
 
-void OrderStore::add(SectionIndex& index, Section section, xml::Node element) {
-    index.byOrder.add(orderOf(section, element), element);
+void OrderStore::addToIndex(Section section, xml::Node candidate) const {
+    SectionIndex& index = indexes_[static_cast<std::size_t>(section)];
+    index.byOrder.add(orderOf(section, candidate), candidate);
     if (isCostSection(section)) {
-        index.byActivity.add(activityKeyOf(element), element);
+        index.byActivity.add(activityKeyOf(candidate), candidate);
     }
 }
 
@@ -91,15 +82,23 @@ xml::Node OrderStore::section(Section section) const {
 }
 
 std::vector<xml::Node> OrderStore::candidates(Section section) const {
-    std::vector<xml::Node> found;
-    for (const xml::Node element : index(section).elements) {
-        for (const xml::Node child : xml::elements(element)) {
-            if (isCandidate(section, child)) {
-                found.push_back(child);
-            }
-        }
+    return candidatesBelow(document_.root(), section);
+}
+
+RecordKey OrderStore::keyOf(Section section, xml::Node candidate) {
+    RecordKey key{section, std::string(orderOf(section, candidate))};
+    if (isCostSection(section)) {
+        key.activity = xml::attribute(candidate, activityKey);
     }
-    return found;
+    return key;
+}
+
+RecordKey OrderStore::keyOf(Section section, xml::Node group, xml::Node member) {
+    RecordKey key = keyOf(section, group);
+    const bool isActivity = section == Section::Activities;
+    (isActivity ? key.activity : key.line) =
+        xml::attribute(member, isActivity ? activityKey : lineKey);
+    return key;
 }
 
 xml::Node OrderStore::order(std::string_view order) const {
@@ -122,6 +121,22 @@ xml::Node OrderStore::costGroup(Section section, std::string_view order,
 xml::Node OrderStore::line(Section section, std::string_view order, std::string_view activity,
                            std::string_view line) const {
     return member(costGroup(section, order, activity), lineKey, line);
+}
+
+xml::Node OrderStore::group(const RecordKey& key) const {
+    return isCostSection(key.section) ? costGroup(key.section, key.order, key.activity)
+                                      : activityGroup(key.order);
+}
+
+xml::Node OrderStore::record(const RecordKey& key) const {
+    switch (key.section) {
+        case Section::Orders:
+            return order(key.order);
+        case Section::Activities:
+            return activity(key.order, key.activity);
+        default:
+            return line(key.section, key.order, key.activity, key.line);
+    }
 }
 
 xml::Node OrderStore::member(xml::Node group, const char* key, std::string_view value) const {
@@ -147,12 +162,12 @@ xml::Node OrderStore::manyMembers(xml::Node group, const char* key, std::string_
     return found->second.first(value);
 }
 
-std::vector<xml::Node> OrderStore::costGroups(Section section, std::string_view order) const {
+std::vector<xml::Node> OrderStore::groups(Section section, std::string_view order) const {
     return index(section).byOrder.all(order);
 }
 
-std::vector<xml::Node> OrderStore::costGroups(Section section, std::string_view order,
-                                              std::string_view activity) const {
+std::vector<xml::Node> OrderStore::groups(Section section, std::string_view order,
+                                          std::string_view activity) const {
     return index(section).byActivity.all(joined(order, activity));
 }
 
@@ -165,13 +180,19 @@ std::string OrderStore::activityStatus(std::string_view order, std::string_view 
 }
 
 xml::Node OrderStore::append(Section section, xml::Node element) {
-    SectionIndex& sectionIndex = index(section);
     const xml::Node copy = xml::appendCopy(insertionParent(section), element);
     if (isCandidate(section, copy)) {
-        add(sectionIndex, section, copy);
+        addToIndex(section, copy);
     }
-    isChanged_ = true;
+    noteAddition(copy);
     return copy;
+}
+
+void OrderStore::noteAddition(xml::Node added) {
+    isChanged_ = true;
+    if (undo_) {
+        undo_->keepAddition(added);
+    }
 }
 
 xml::Node OrderStore::appendGroup(Section section, std::string_view order,
@@ -191,7 +212,7 @@ xml::Node OrderStore::appendTo(xml::Node group, xml::Node member) {
     if (many != members_.end()) {
         many->second.add(xml::attribute(copy, memberKey(group)), copy);
     }
-    isChanged_ = true;
+    noteAddition(copy);
     return copy;
 }
 
@@ -200,8 +221,9 @@ xml::Node OrderStore::appendHourRegistration(xml::Node line) {
     if (!parent) {
         parent = createSection(Section::HourRegistrations);
     }
-    isChanged_ = true;
-    return xml::appendCopy(parent, line);
+    const xml::Node copy = xml::appendCopy(parent, line);
+    noteAddition(copy);
+    return copy;
 }
 
 void OrderStore::remove(Section section, xml::Node element) {
@@ -226,15 +248,55 @@ void OrderStore::removeMember(xml::Node member) {
 }
 
 bool OrderStore::setText(xml::Node element, std::string_view value) {
+    if (undo_) {
+        undo_->keepContent(element);
+    }
     const bool changed = xml::setText(element, value);
     isChanged_ = isChanged_ || changed;
     return changed;
 }
 
 bool OrderStore::setAttribute(xml::Node element, const char* name, std::string_view value) {
+    if (undo_) {
+        undo_->keepAttribute(element, name);
+    }
     const bool changed = xml::setAttribute(element, name, value);
     isChanged_ = isChanged_ || changed;
     return changed;
+}
+
+bool OrderStore::apply(Event event, xml::Node record) {
+    const std::string_view before = stateOf(record);
+    const std::string_view after = stateAfter(event, before);
+    return after != before && setAttribute(record, stateAttribute, after);
+}
+
+bool OrderStore::apply(GroupEvent event, xml::Node group) {
+    const std::string_view before = stateOf(group);
+    const std::string_view after = stateAfter(event, before);
+    return after != before && setAttribute(group, stateAttribute, after);
+}
+
+void OrderStore::begin() {
+    undo_ = std::make_unique<UndoLog>();
+    wasChanged_ = isChanged_;
+}
+
+void OrderStore::keep() {
+    undo_.reset();
+}
+
+void OrderStore::takeBack() {
+    if (!undo_) {
+        return;
+    }
+    undo_->takeBack();
+    undo_.reset();
+    isChanged_ = wasChanged_;
+    // What was added since is in the indexes; the next look-up builds them anew.
+    isIndexed_ = false;
+    indexes_ = {};
+    members_.clear();
 }
 
 xml::Node OrderStore::insertionParent(Section section) {
@@ -250,7 +312,33 @@ xml::Node OrderStore::createSection(Section section) {
     SectionIndex& sectionIndex = index(section);
     const xml::Node created = document_.root().append_child(sectionName(section));
     sectionIndex.elements.push_back(created);
+    noteAddition(created);
     return created;
+}
+
+bool isCostSection(Section section) {
+    return costTypeOf(section) != nullptr;
+}
+
+namespace {
+
+void collectBelow(xml::Node parent, Section section, std::vector<xml::Node>& found) {
+    const auto around = sectionNamed(parent.name());
+    for (const xml::Node child : xml::elements(parent)) {
+        if (!around || !isCandidate(*around, child)) {
+            collectBelow(child, section, found);
+        } else if (*around == section) {
+            found.push_back(child);
+        }
+    }
+}
+
+}  // namespace
+
+std::vector<xml::Node> candidatesBelow(xml::Node root, Section section) {
+    std::vector<xml::Node> found;
+    collectBelow(root, section, found);
+    return found;
 }
 
 std::string statusOf(xml::Node record) {

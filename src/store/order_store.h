@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -9,7 +10,10 @@
 #include <vector>
 
 #include "store/key_index.h"
+#include "store/record_key.h"
 #include "store/sections.h"
+#include "store/state.h"
+#include "store/undo_log.h"
 #include "xml/document.h"
 #include "xml/node.h"
 
@@ -18,7 +22,8 @@ namespace tandril::store {
 // The document of orders, activities, cost lines and hour registrations, found by their keys. Where
 // a key occurs twice the first in document order counts. Look-ups go through indexes that are built
 // when the first one is made and kept true by the changes that go through this class; nobody else
-// changes the document. Returned nodes live as long as the object, or until they are removed.
+// changes the document. Sections inside of records are not looked for. Returned nodes live as long
+// as the object, or until they are removed.
 class OrderStore {
   public:
     // The store that the document is; nothing when its root is not a store's.
@@ -33,6 +38,9 @@ class OrderStore {
     // All orders, or all groups of another section, in document order: what the keys are looked up
     // among.
     std::vector<xml::Node> candidates(Section section) const;
+    // The key parts of an order or a group among the candidates, and of a member of a group.
+    static RecordKey keyOf(Section section, xml::Node candidate);
+    static RecordKey keyOf(Section section, xml::Node group, xml::Node member);
 
     // Each of these is null when there is no such record.
     xml::Node order(std::string_view order) const;
@@ -41,13 +49,18 @@ class OrderStore {
     xml::Node costGroup(Section section, std::string_view order, std::string_view activity) const;
     xml::Node line(Section section, std::string_view order, std::string_view activity,
                    std::string_view line) const;
+    // The order, activity or cost line with that key.
+    xml::Node record(const RecordKey& key) const;
+    // The group of activities or cost lines that the key's record belongs to.
+    xml::Node group(const RecordKey& key) const;
     // The child of a group whose attribute `key` (activityKey or lineKey) has that value.
     xml::Node member(xml::Node group, const char* key, std::string_view value) const;
 
-    // All cost-line groups of an order, or of one of its activities, in document order.
-    std::vector<xml::Node> costGroups(Section section, std::string_view order) const;
-    std::vector<xml::Node> costGroups(Section section, std::string_view order,
-                                      std::string_view activity) const;
+    // All groups of an order in a section of activities or cost lines, or the cost-line groups of
+    // one of its activities, in document order.
+    std::vector<xml::Node> groups(Section section, std::string_view order) const;
+    std::vector<xml::Node> groups(Section section, std::string_view order,
+                                  std::string_view activity) const;
 
     // The text of the first child of the order or the activity; "" when there is none.
     std::string orderStatus(std::string_view order) const;
@@ -73,6 +86,15 @@ class OrderStore {
     // anything.
     bool setText(xml::Node element, std::string_view value);
     bool setAttribute(xml::Node element, const char* name, std::string_view value);
+    // Moves the element's change state on. Returns whether that changed anything.
+    bool apply(Event event, xml::Node record);
+    bool apply(GroupEvent event, xml::Node group);
+
+    // Changes behind begin() are taken back by takeBack(), unless keep() came first. Nothing may be
+    // removed in between.
+    void begin();
+    void keep();
+    void takeBack();
 
   private:
     explicit OrderStore(xml::Document document) : document_(std::move(document)) {}
@@ -86,7 +108,9 @@ class OrderStore {
 
     SectionIndex& index(Section section) const;
     void buildIndexes() const;
-    static void add(SectionIndex& index, Section section, xml::Node element);
+    void indexBelow(xml::Node parent) const;
+    void addToIndex(Section section, xml::Node candidate) const;
+    void noteAddition(xml::Node added);
     xml::Node insertionParent(Section section);
     xml::Node createSection(Section section);
     xml::Node manyMembers(xml::Node group, const char* key, std::string_view value) const;
@@ -97,10 +121,32 @@ class OrderStore {
     mutable std::array<SectionIndex, allSections.size()> indexes_;
     // The members of groups with many of them, by group.
     mutable std::unordered_map<std::size_t, KeyIndex> members_;
+
+    std::unique_ptr<UndoLog> undo_;  // while changes can be taken back
+    bool wasChanged_ = false;        // before they began
 };
 
 // The text of the first child: the status of an order or an activity.
 std::string statusOf(xml::Node record);
 std::string_view stateOf(xml::Node record);
+bool isCostSection(Section section);
+
+// The orders, or groups, of all elements of the section's name below a root, in document order.
+// Sections inside of records are not looked for.
+std::vector<xml::Node> candidatesBelow(xml::Node root, Section section);
+
+// Changes of a store that are taken back at the end of the scope unless they were kept.
+class Transaction {
+  public:
+    explicit Transaction(OrderStore& store) : store_(store) { store_.begin(); }
+    ~Transaction() { store_.takeBack(); }
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+
+    void keep() { store_.keep(); }
+
+  private:
+    OrderStore& store_;
+};
 
 }  // namespace tandril::store

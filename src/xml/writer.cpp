@@ -53,8 +53,8 @@ void endTag(std::string& out, Node element) {
     out += '>';
 }
 
-// The whole element when it has no child nodes.
-void startTag(std::string& out, Node element) {
+// The whole element when no child node of it is written.
+void startTag(std::string& out, Node element, bool hasChildren) {
     out += '<';
     out += element.name();
     for (const pugi::xml_attribute attribute : element.attributes()) {
@@ -65,13 +65,13 @@ void startTag(std::string& out, Node element) {
         out += '"';
     }
     const char* const leadingText = element.value();
-    if (!element.first_child() && *leadingText == '\0') {
+    if (!hasChildren && *leadingText == '\0') {
         out += "/>";
         return;
     }
     out += '>';
     escape(out, leadingText, textReference);
-    if (!element.first_child()) {
+    if (!hasChildren) {
         endTag(out, element);
     }
 }
@@ -86,10 +86,10 @@ void instruction(std::string& out, Node node) {
     out += "?>";
 }
 
-void open(std::string& out, Node node) {
+void open(std::string& out, Node node, bool hasChildren) {
     switch (node.type()) {
         case pugi::node_element:
-            startTag(out, node);
+            startTag(out, node, hasChildren);
             break;
         case pugi::node_pcdata:
             escape(out, node.value(), textReference);
@@ -112,26 +112,46 @@ void open(std::string& out, Node node) {
     }
 }
 
-}  // namespace
+// The node itself, or the first behind it, that is written.
+template <class IsLeftOut>
+Node written(Node node, const IsLeftOut& isLeftOut) {
+    while (node && isLeftOut(node)) {
+        node = node.next_sibling();
+    }
+    return node;
+}
 
-void write(std::string& out, Node node) {
+template <class IsLeftOut>
+void writeAll(std::string& out, Node node, const IsLeftOut& isLeftOut) {
     // Without recursion, so that depth costs no stack.
     Node current = node;
     while (true) {
-        open(out, current);
-        if (current.first_child()) {
-            current = current.first_child();
+        const Node inner = written(current.first_child(), isLeftOut);
+        open(out, current, static_cast<bool>(inner));
+        if (inner) {
+            current = inner;
             continue;
         }
-        while (current != node && !current.next_sibling()) {
+        Node next;
+        while (current != node && !(next = written(current.next_sibling(), isLeftOut))) {
             current = current.parent();
             endTag(out, current);
         }
         if (current == node) {
             return;
         }
-        current = current.next_sibling();
+        current = next;
     }
+}
+
+}  // namespace
+
+void write(std::string& out, Node node) {
+    writeAll(out, node, [](Node) { return false; });
+}
+
+void write(std::string& out, Node node, const std::function<bool(Node)>& isLeftOut) {
+    writeAll(out, node, isLeftOut);
 }
 
 }  // namespace tandril::xml

@@ -77,6 +77,33 @@ TEST_F(EnterpriseServer, TakesAnUploadInAnotherEncoding) {
                  "Kühlung");
 }
 
+// Command line tools label what they send as a form unless told otherwise.
+TEST_F(EnterpriseServer, TakesALongUploadWhateverItIsLabelledAs) {
+    const std::string text =
+        upload({{"ordr", R"(<record ServiceOrder="_1"><OrderStatus>15</OrderStatus><OrderText>)" +
+                             std::string(100'000, 'x') + "</OrderText></record>"}});
+    httplib::Client client("127.0.0.1", server_.port());
+    const auto answer = client.Post("/upload", text, "application/x-www-form-urlencoded");
+    ASSERT_TRUE(answer);
+    EXPECT_EQ(answer->status, 200);
+    EXPECT_THAT(ownEntries(answer->body), testing::ElementsAre("Completed _1//"));
+}
+
+TEST_F(EnterpriseServer, RefusesAnUploadAboveTheLimit) {
+    httplib::Client client("127.0.0.1", server_.port());
+    const auto answer = client.Post("/upload", std::string((64U << 20) + 1, 'x'), "text/plain");
+    ASSERT_TRUE(answer);
+    EXPECT_EQ(answer->status, 413);
+    EXPECT_EQ(answer->body, "The body is too long.\n");
+}
+
+TEST_F(EnterpriseServer, RefusesAForm) {
+    httplib::Client client("127.0.0.1", server_.port());
+    const auto answer = client.Post("/upload", {{"file", "<harbrook/>", "a.xml", "text/xml"}});
+    ASSERT_TRUE(answer);
+    EXPECT_EQ(answer->status, 415);
+}
+
 TEST_F(EnterpriseServer, RefusesAnUploadThatIsNone) {
     const auto broken = server_.post("/upload", "<harbrook>");
     EXPECT_EQ(broken.status, 400);

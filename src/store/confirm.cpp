@@ -1,0 +1,76 @@
+#include "store/confirm.h"
+
+#include <string>
+#include <unordered_set>
+#include <utility>
+
+namespace tandril::store {
+namespace {
+
+void resetState(OrderStore& store, const RecordKey& key) {
+    const xml::Node record = store.record(key);
+    if (record && store.apply(Event::Confirmed, record) && key.section != Section::Orders &&
+        stateOf(record) == state::created) {
+        store.apply(GroupEvent::MemberCreated, record.parent());
+    }
+}
+
+// What the server has refused something of.
+class Refused {
+  public:
+    explicit Refused(const UploadReport& report) {
+        for (const ReportEntry& entry : report.entries()) {
+            if (entry.isError()) {
+                orders_.emplace(entry.order());
+                activities_.insert(joined(entry.order(), entry.activity()));
+            }
+        }
+    }
+
+    bool holds(const std::string& order) const { return orders_.count(order) != 0; }
+    bool holds(std::string_view order, std::string_view activity) const {
+        return activities_.count(joined(order, activity)) != 0;
+    }
+
+  private:
+    // Joined by the one character that no document can hold.
+    static std::string joined(std::string_view order, std::string_view activity) {
+        return std::string(order) + '\0' + std::string(activity);
+    }
+
+    std::unordered_set<std::string> orders_;
+    std::unordered_set<std::string> activities_;
+};
+
+void confirm(OrderStore& store, const ReportEntry& entry, const Refused& refused,
+             const Witness& leaving) {
+    const std::string order(entry.order());
+    const std::string activity(entry.activity());
+    if (isOrderRemovable(order, store.orderStatus(order))) {
+        if (!refused.holds(order)) {
+            showOrder(store, order, leaving);
+            removeOrder(store, order);
+            return;
+        }
+    } else if (isActivityRemovable(order, activity, store.activityStatus(order, activity)) &&
+               !refused.holds(order, activity)) {
+        showActivity(store, order, activity, leaving);
+        removeActivity(store, order, activity, EmptyGroup::Goes);
+        return;
+    }
+    resetState(store, entry.key());
+}
+
+}  // namespace
+
+void applyConfirmations(OrderStore& store, UploadReport& report, const Witness& leaving) {
+    const Refused refused(report);
+    for (const ReportEntry& entry : report.entries()) {
+        if (entry.isCompleted()) {
+            confirm(store, entry, refused, leaving);
+        }
+    }
+    report.removeCompleted();
+}
+
+}  // namespace tandril::store

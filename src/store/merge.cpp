@@ -1,0 +1,190 @@
+#include "store/merge.h"
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+#include <utility>
+
+#include "store/checking.h"
+
+namespace tandril::store {
+namespace {
+
+// Where an order record holds what the server says when it closes it.
+constexpr std::array<std::size_t, 2> closingFields{21, 22};
+
+class Merge {
+  public:
+    Merge(OrderStore& store, const xml::Document& downloaded)
+        : store_(store), root_(downloaded.root()) {}
+
+    MergeResult run() {
+        mergeOrders();
+        mergeActivities();
+        result_.tookMaterial = mergeCostLines(Section::Material);
+        result_.tookLabour = mergeCostLines(Section::Labour);
+        result_.tookOther = mergeCostLines(Section::Other);
+        return std::move(result_);
+    }
+
+  private:
+    void mergeOrders();
+    void closeOrder(xml::Node known, xml::Node downloaded);
+    void mergeActivities();
+    bool mergeActivityGroup(xml::Node downloaded);
+    void reopenOrder(std::string_view order);
+    bool mergeCostLines(Section section);
+    bool mergeCostGroup(Section section, xml::Node downloaded);
+    bool mergeLine(Section section, xml::Node group, xml::Node downloaded);
+    bool overwriteTexts(xml::Node known, xml::Node downloaded);
+    void note(RecordKey key, xml::Node record);
+    void noteMembers(Section section, xml::Node group);
+
+    OrderStore& store_;
+    xml::Node root_;
+    MergeResult result_;
+    std::unordered_set<std::size_t> noted_;  // records, so that none is checked twice
+};
+
+void Merge::mergeOrders() {
+    for (const xml::Node order : candidatesBelow(root_, Section::Orders)) {
+        const std::string status = statusOf(order);
+        const xml::Node known = store_.order(xml::attribute(order, orderKey));
+        if (known && status == status::closed) {
+            closeOrder(known, order);
+        } else if (!known && status == status::open) {
+            note(OrderStore::keyOf(Section::Orders, order), store_.append(Section::Orders, order));
+            result_.tookOrders = true;
+        }
+    }
+}
+
+void Merge::closeOrder(xml::Node known, xml::Node downloaded) {
+    if (!xml::elementAt(known, closingFields.back()) ||
+        !xml::elementAt(downloaded, closingFields.back())) {
+        result_.hasFailed = result_.hasFailed || statusOf(known) != status::closed;
+        return;
+    }
+    bool changed = store_.setText(xml::elementAt(known, 0), status::closed);
+    for (const std::size_t field : closingFields) {
+        const std::string text = xml::text(xml::elementAt(downloaded, field));
+        changed = store_.setText(xml::elementAt(known, field), text) || changed;
+    }
+    if (changed) {
+        result_.tookOrders = true;
+        result_.closedOrders.emplace(xml::attribute(known, orderKey));
+    }
+}
+
+void Merge::mergeActivities() {
+    for (const xml::Node group : candidatesBelow(root_, Section::Activities)) {
+        const std::string_view order = xml::attribute(group, groupOrderKey);
+        if (store_.order(order) && mergeActivityGroup(group)) {
+            reopenOrder(order);
+        }
+    }
+}
+
+// Returns whether the order has an activity more than before.
+bool Merge::mergeActivityGroup(xml::Node downloaded) {
+    const xml::Node group = store_.activityGroup(xml::attribute(downloaded, groupOrderKey));
+    if (!group) {
+        const xml::Node added = store_.append(Section::Activities, downloaded);
+        noteMembers(Section::Activities, added);
+        result_.tookActivities = true;
+        return xml::hasElements(added);
+    }
+    bool hasNew = false;
+    for (const xml::Node activity : xml::elements(downloaded)) {
+        if (!store_.member(group, activityKey, xml::attribute(activity, activityKey))) {
+            const xml::Node added = store_.appendTo(group, activity);
+            note(OrderStore::keyOf(Section::Activities, group, added), added);
+            hasNew = true;
+        }
+    }
+    result_.tookActivities = result_.tookActivities || hasNew;
+    return hasNew;
+}
+
+void Merge::reopenOrder(std::string_view order) {
+    const xml::Node known = store_.order(order);
+    if (statusOf(known) == status::completed) {
+        store_.setText(xml::elementAt(known, 0), status::open);
+    }
+}
+
+bool Merge::mergeCostLines(Section section) {
+    bool took = false;
+    for (const xml::Node group : candidatesBelow(root_, section)) {
+        if (store_.order(xml::attribute(group, groupOrderKey))) {
+            took = mergeCostGroup(section, group) || took;
+        }
+    }
+    return took;
+}
+
+bool Merge::mergeCostGroup(Section section, xml::Node downloaded) {
+    const xml::Node group = store_.costGroup(section, xml::attribute(downloaded, groupOrderKey),
+                                             xml::attribute(downloaded, activityKey));
+    if (!group) {
+        noteMembers(section, store_.append(section, downloaded));
+        return true;
+    }
+    bool took = false;
+    for (const xml::Node line : xml::elements(downloaded)) {
+        took = mergeLine(section, group, line) || took;
+    }
+    return took;
+}
+
+bool Merge::mergeLine(Section section, xml::Node group, xml::Node downloaded) {
+    xml::Node line = store_.member(group, lineKey, xml::attribute(downloaded, lineKey));
+    if (!line) {
+        line = store_.appendTo(group, downloaded);
+    } else if (!overwriteTexts(line, downloaded)) {
+        return false;
+    }
+    note(OrderStore::keyOf(section, group, line), line);
+    return true;
+}
+
+bool Merge::overwriteTexts(xml::Node known, xml::Node downloaded) {
+    bool changed = false;
+    for (const xml::Node field : xml::elements(downloaded)) {
+        if (const xml::Node own = xml::child(known, field.name())) {
+            changed = store_.setText(own, xml::text(field)) || changed;
+        }
+    }
+    return changed;
+}
+
+void Merge::note(RecordKey key, xml::Node record) {
+    if (noted_.insert(record.hash_value()).second) {
+        result_.taken.push_back({std::move(key), record});
+    }
+}
+
+void Merge::noteMembers(Section section, xml::Node group) {
+    for (const xml::Node member : xml::elements(group)) {
+        note(OrderStore::keyOf(section, group, member), member);
+    }
+}
+
+}  // namespace
+
+MergeResult merge(OrderStore& store, const xml::Document& downloaded) {
+    return Merge(store, downloaded).run();
+}
+
+std::vector<std::string> checkTaken(const OrderStore& store, const MergeResult& result,
+                                    RecordCheck& check) {
+    std::vector<std::string> texts;
+    for (const MergeResult::Taken& taken : result.taken) {
+        for (CheckFinding& finding : findings(store, check, taken.key, taken.record)) {
+            texts.push_back(std::move(finding.text));
+        }
+    }
+    return texts;
+}
+
+}  // namespace tandril::store

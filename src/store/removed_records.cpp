@@ -1,0 +1,85 @@
+#include "store/removed_records.h"
+
+#include <algorithm>
+#include <charconv>
+#include <utility>
+
+namespace tandril::store {
+namespace {
+
+constexpr const char* entryElement = "Entry";
+
+std::size_t number(std::string_view text) {
+    std::size_t value = 0;
+    std::from_chars(text.data(), text.data() + text.size(), value);
+    return value;
+}
+
+std::string_view word(RemovedRecords::Reason reason) {
+    return reason == RemovedRecords::Reason::Report ? "report" : "purge";
+}
+
+}  // namespace
+
+RemovedRecords::RemovedRecords() : RemovedRecords(*xml::Document::parse("<Removed/>")) {}
+
+RemovedRecords::RemovedRecords(xml::Document document) : document_(std::move(document)) {
+    for (const xml::Node entry : xml::elements(document_.root())) {
+        lastId_ = std::max(lastId_, number(xml::attribute(entry, "ID")));
+    }
+}
+
+void RemovedRecords::add(const RecordKey& key, xml::Node record, Reason reason,
+                         std::string_view time) {
+    xml::Node entry = document_.root().append_child(entryElement);
+    xml::setAttribute(entry, "ID", std::to_string(++lastId_));
+    xml::setAttribute(entry, "Time", time);
+    xml::setAttribute(entry, "Reason", word(reason));
+    xml::setAttribute(entry, "Section", sectionName(key.section));
+    xml::setAttribute(entry, "Order", key.order);
+    xml::setAttribute(entry, "Activity", key.activity);
+    xml::setAttribute(entry, "CostLine", key.line);
+    xml::appendCopy(entry, record);
+    isChanged_ = true;
+}
+
+std::vector<RemovedRecords::Entry> RemovedRecords::entries() const {
+    std::vector<Entry> found;
+    for (const xml::Node entry : xml::elements(document_.root())) {
+        const auto section = sectionNamed(xml::attribute(entry, "Section"));
+        const xml::Node record = xml::elementAt(entry, 0);
+        if (section && record) {
+            found.push_back({std::string(xml::attribute(entry, "ID")),
+                             std::string(xml::attribute(entry, "Time")),
+                             std::string(xml::attribute(entry, "Reason")),
+                             {*section, std::string(xml::attribute(entry, "Order")),
+                              std::string(xml::attribute(entry, "Activity")),
+                              std::string(xml::attribute(entry, "CostLine"))},
+                             record});
+        }
+    }
+    return found;
+}
+
+void RemovedRecords::remove(const Entry& entry) {
+    document_.root().remove_child(entry.record.parent());
+    isChanged_ = true;
+}
+
+bool restore(OrderStore& store, const RemovedRecords::Entry& entry) {
+    if (store.record(entry.key)) {
+        return false;
+    }
+    if (entry.key.section == Section::Orders) {
+        store.append(Section::Orders, entry.record);
+        return true;
+    }
+    xml::Node group = store.group(entry.key);
+    if (!group) {
+        group = store.appendGroup(entry.key.section, entry.key.order, entry.key.activity);
+    }
+    store.appendTo(group, entry.record);
+    return true;
+}
+
+}  // namespace tandril::store
