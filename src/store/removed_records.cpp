@@ -39,6 +39,9 @@ void RemovedRecords::add(const RecordKey& key, xml::Node record, Reason reason,
     xml::setAttribute(entry, "Order", key.order);
     xml::setAttribute(entry, "Activity", key.activity);
     xml::setAttribute(entry, "CostLine", key.line);
+    if (key.section != Section::Orders) {
+        xml::setAttribute(entry, "GroupState", stateOf(record.parent()));
+    }
     xml::appendCopy(entry, record);
     isChanged_ = true;
 }
@@ -55,6 +58,7 @@ std::vector<RemovedRecords::Entry> RemovedRecords::entries() const {
                              {*section, std::string(xml::attribute(entry, "Order")),
                               std::string(xml::attribute(entry, "Activity")),
                               std::string(xml::attribute(entry, "CostLine"))},
+                             std::string(xml::attribute(entry, "GroupState")),
                              record});
         }
     }
@@ -77,6 +81,9 @@ bool restore(OrderStore& store, const RemovedRecords::Entry& entry) {
     xml::Node group = store.group(entry.key);
     if (!group) {
         group = store.appendGroup(entry.key.section, entry.key.order, entry.key.activity);
+        if (!entry.groupState.empty()) {
+            store.setAttribute(group, stateAttribute, entry.groupState);
+        }
     }
     store.appendTo(group, entry.record);
     return true;

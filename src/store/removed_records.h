@@ -23,6 +23,7 @@ class RemovedRecords {
         std::string time;
         std::string reason;  // "report" or "purge"
         RecordKey key;
+        std::string groupState;  // of the group that the record stood in; "" for none
         xml::Node record;
     };
 
