@@ -4,6 +4,7 @@
 #include "component/environment.h"
 #include "component/form_calls.h"
 #include "component/list_calls.h"
+#include "component/masterdata_calls.h"
 #include "component/module.h"
 #include "component/paths.h"
 #include "component/report_calls.h"
@@ -188,25 +189,28 @@ Variant Client20::Set_Mode(const std::string& iMode) {
     return runEmpty([&](Call& call) { call.settings().setMode(iMode); });
 }
 
-std::string Client20::HyperLinkAndZoom(std::int16_t, const std::string&, const std::string&,
-                                       const std::string&) {
-    notAvailableYet("HyperLinkAndZoom");
+std::string Client20::HyperLinkAndZoom(std::int16_t iMode, const std::string& iXmlTag,
+                                       const std::string& iValue, const std::string&) {
+    return run(module_, ErrorAtEntry::Kept, "", [&](Call& call) {
+        return masterdata_calls::fieldWindow(call, iMode, iXmlTag, iValue);
+    });
 }
 
 Variant Client20::OpenDataBase() {
-    notAvailableYet("OpenDataBase");
+    return runEmpty([](Call& call) { masterdata_calls::open(call); });
 }
 
 Variant Client20::CloseDataBase() {
-    notAvailableYet("CloseDataBase");
+    return runEmpty([](Call& call) { masterdata_calls::close(call); });
 }
 
-std::string Client20::MasterData(const std::string&) {
-    notAvailableYet("MasterData");
+std::string Client20::MasterData(const std::string& iCode) {
+    return run(module_, ErrorAtEntry::Kept, "",
+               [&](Call& call) { return masterdata_calls::listing(call, iCode); });
 }
 
-Variant Client20::ExplodeZip(const std::string&) {
-    notAvailableYet("ExplodeZip");
+Variant Client20::ExplodeZip(const std::string& iFileName) {
+    return runEmpty([&](Call& call) { masterdata_calls::startArchive(call, iFileName); });
 }
 
 std::string Client20::CreateMaterialForm() {
@@ -257,8 +261,9 @@ std::string Client20::GetI18NString(const std::string& label) {
     return run(module_, ErrorAtEntry::Kept, "", [&](Call& call) { return call.label(label); });
 }
 
-std::string Client20::Synchronize_MasterData(const std::string&) {
-    notAvailableYet("Synchronize_MasterData");
+std::string Client20::Synchronize_MasterData(const std::string& iXML) {
+    return run(module_, ErrorAtEntry::Kept, "",
+               [&](Call& call) { return masterdata_calls::synchronise(call, iXML); });
 }
 
 std::string Client20::CreateFormforHra(const std::string&, const std::string&, const std::string&) {
