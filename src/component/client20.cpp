@@ -9,14 +9,9 @@
 #include "component/paths.h"
 #include "component/report_calls.h"
 #include "component/store_calls.h"
-#include "platform/fault.h"
 
 namespace tandril {
 namespace {
-
-[[noreturn]] void notAvailableYet(const char* method) {
-    throw Fault(std::string(method) + " is not available yet");
-}
 
 std::string_view textOf(const Variant& argument) {
     return argument.text ? std::string_view(*argument.text) : std::string_view();
