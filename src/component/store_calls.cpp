@@ -60,8 +60,7 @@ std::string storeFirstDownload(Call& call, const std::string& xml) {
 // Writes the log entry of a merge; returns the error text, "" when it went well.
 std::string logMerge(Call& call, const store::MergeResult& result, const std::string& xml) {
     std::vector<std::string> lines;
-    for (const std::string& text :
-         store::checkTaken(*call.store(), result, *recordCheckFor(call))) {
+    for (const std::string& text : result.findings) {
         lines.push_back(Call::errorLine(text));
     }
     std::string error;
@@ -76,7 +75,8 @@ std::string logMerge(Call& call, const store::MergeResult& result, const std::st
 }
 
 std::string mergeDownload(Call& call, const xml::Document& downloaded, const std::string& xml) {
-    const store::MergeResult result = store::merge(*call.store(), downloaded);
+    const store::MergeResult result =
+        store::merge(*call.store(), downloaded, *recordCheckFor(call));
     if (std::string error = logMerge(call, result, xml); !error.empty()) {
         return error;
     }

@@ -1,5 +1,6 @@
 #include "store/merge.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <string_view>
@@ -15,8 +16,8 @@ constexpr std::array<std::size_t, 2> closingFields{21, 22};
 
 class Merge {
   public:
-    Merge(OrderStore& store, const xml::Document& downloaded)
-        : store_(store), root_(downloaded.root()) {}
+    Merge(OrderStore& store, const xml::Document& downloaded, RecordCheck& check)
+        : store_(store), root_(downloaded.root()), check_(check) {}
 
     MergeResult run() {
         mergeOrders();
@@ -37,13 +38,13 @@ class Merge {
     bool mergeCostGroup(Section section, xml::Node downloaded);
     bool mergeLine(Section section, xml::Node group, xml::Node downloaded);
     bool overwriteTexts(xml::Node known, xml::Node downloaded);
-    void note(RecordKey key, xml::Node record);
-    void noteMembers(Section section, xml::Node group);
+    void check(const RecordKey& key, xml::Node record);
+    void checkMembers(Section section, xml::Node group);
 
     OrderStore& store_;
     xml::Node root_;
+    RecordCheck& check_;
     MergeResult result_;
-    std::unordered_set<std::size_t> noted_;  // records, so that none is checked twice
 };
 
 void Merge::mergeOrders() {
@@ -53,7 +54,7 @@ void Merge::mergeOrders() {
         if (known && status == status::closed) {
             closeOrder(known, order);
         } else if (!known && status == status::open) {
-            note(OrderStore::keyOf(Section::Orders, order), store_.append(Section::Orders, order));
+            check(OrderStore::keyOf(Section::Orders, order), store_.append(Section::Orders, order));
             result_.tookOrders = true;
         }
     }
@@ -90,7 +91,7 @@ bool Merge::mergeActivityGroup(xml::Node downloaded) {
     const xml::Node group = store_.activityGroup(xml::attribute(downloaded, groupOrderKey));
     if (!group) {
         const xml::Node added = store_.append(Section::Activities, downloaded);
-        noteMembers(Section::Activities, added);
+        checkMembers(Section::Activities, added);
         result_.tookActivities = true;
         return xml::hasElements(added);
     }
@@ -98,7 +99,7 @@ bool Merge::mergeActivityGroup(xml::Node downloaded) {
     for (const xml::Node activity : xml::elements(downloaded)) {
         if (!store_.member(group, activityKey, xml::attribute(activity, activityKey))) {
             const xml::Node added = store_.appendTo(group, activity);
-            note(OrderStore::keyOf(Section::Activities, group, added), added);
+            check(OrderStore::keyOf(Section::Activities, group, added), added);
             hasNew = true;
         }
     }
@@ -127,7 +128,7 @@ bool Merge::mergeCostGroup(Section section, xml::Node downloaded) {
     const xml::Node group = store_.costGroup(section, xml::attribute(downloaded, groupOrderKey),
                                              xml::attribute(downloaded, activityKey));
     if (!group) {
-        noteMembers(section, store_.append(section, downloaded));
+        checkMembers(section, store_.append(section, downloaded));
         return true;
     }
     bool took = false;
@@ -144,7 +145,7 @@ bool Merge::mergeLine(Section section, xml::Node group, xml::Node downloaded) {
     } else if (!overwriteTexts(line, downloaded)) {
         return false;
     }
-    note(OrderStore::keyOf(section, group, line), line);
+    check(OrderStore::keyOf(section, group, line), line);
     return true;
 }
 
@@ -158,33 +159,27 @@ bool Merge::overwriteTexts(xml::Node known, xml::Node downloaded) {
     return changed;
 }
 
-void Merge::note(RecordKey key, xml::Node record) {
-    if (noted_.insert(record.hash_value()).second) {
-        result_.taken.push_back({std::move(key), record});
+// What could not be looked up is told before what is wrong with the record.
+void Merge::check(const RecordKey& key, xml::Node record) {
+    std::vector<CheckFinding> found = findings(store_, check_, key, record);
+    std::stable_partition(found.begin(), found.end(), [](const CheckFinding& finding) {
+        return finding.kind == CheckFinding::Kind::LookUpFault;
+    });
+    for (CheckFinding& finding : found) {
+        result_.findings.push_back(std::move(finding.text));
     }
 }
 
-void Merge::noteMembers(Section section, xml::Node group) {
+void Merge::checkMembers(Section section, xml::Node group) {
     for (const xml::Node member : xml::elements(group)) {
-        note(OrderStore::keyOf(section, group, member), member);
+        check(OrderStore::keyOf(section, group, member), member);
     }
 }
 
 }  // namespace
 
-MergeResult merge(OrderStore& store, const xml::Document& downloaded) {
-    return Merge(store, downloaded).run();
-}
-
-std::vector<std::string> checkTaken(const OrderStore& store, const MergeResult& result,
-                                    RecordCheck& check) {
-    std::vector<std::string> texts;
-    for (const MergeResult::Taken& taken : result.taken) {
-        for (CheckFinding& finding : findings(store, check, taken.key, taken.record)) {
-            texts.push_back(std::move(finding.text));
-        }
-    }
-    return texts;
+MergeResult merge(OrderStore& store, const xml::Document& downloaded, RecordCheck& check) {
+    return Merge(store, downloaded, check).run();
 }
 
 }  // namespace tandril::store

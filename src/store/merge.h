@@ -6,7 +6,6 @@
 
 #include "store/order_store.h"
 #include "store/record_check.h"
-#include "store/record_key.h"
 #include "xml/document.h"
 
 namespace tandril::store {
@@ -25,12 +24,9 @@ struct MergeResult {
     // The orders that were closed, or whose closing fields changed.
     std::unordered_set<std::string> closedOrders;
 
-    // A record that was added, or a cost line that was changed, for a check as it then stands.
-    struct Taken {
-        RecordKey key;
-        xml::Node record;
-    };
-    std::vector<Taken> taken;
+    // What the check found in each record that was added and each cost line that was changed, as
+    // it stood at that moment, in order.
+    std::vector<std::string> findings;
 
     bool tookAnything() const {
         return tookOrders || tookActivities || tookMaterial || tookLabour || tookOther;
@@ -40,11 +36,7 @@ struct MergeResult {
 // Merges a server's document, whose root is a store's, into the store. The server may close orders
 // that are known and overwrite the texts of known cost lines; of everything else that is known it
 // changes nothing. New orders come in while they are open, activities and cost lines when their
-// order is known. Change states stay as they are.
-MergeResult merge(OrderStore& store, const xml::Document& downloaded);
-
-// Checks what was taken; the texts of all findings, in order.
-std::vector<std::string> checkTaken(const OrderStore& store, const MergeResult& result,
-                                    RecordCheck& check);
+// order is known. Change states stay as they are. What the check finds keeps no record out.
+MergeResult merge(OrderStore& store, const xml::Document& downloaded, RecordCheck& check);
 
 }  // namespace tandril::store

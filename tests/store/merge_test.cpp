@@ -23,9 +23,8 @@ struct Merged {
 Merged merged(std::string_view before, std::string_view downloaded) {
     store::OrderStore store = storeOf(before);
     const xml::Document document = test::document(element("harbrook", downloaded));
-    MergeResult result = store::merge(store, document);
     ScriptedCheck check;
-    store::checkTaken(store, result, check);
+    MergeResult result = store::merge(store, document, check);
     return {std::move(result), sectionsOf(store), store.isChanged(), check.asked};
 }
 
@@ -193,11 +192,25 @@ TEST(Merge, AppendsAWholeGroupOfCostLines) {
     EXPECT_THAT(m.checked, ElementsAre("ccsocservcmatl " + line("1", "O", "x") + " activity 20"));
 }
 
-TEST(Merge, ALineThatIsChangedTwiceIsCheckedOnceAsItThenStands) {
+TEST(Merge, ALineThatIsChangedTwiceIsCheckedEachTimeAsItThenStands) {
     const Merged m =
         merged(orders(order("A1", "O", "15")) + other(costGroup("A1", "10", line("1", "O", "a"))),
                other(costGroup("A1", "10", line("1", "O", "b") + line("1", "O", "c"))));
-    EXPECT_THAT(m.checked, ElementsAre("ccsocservcothr " + line("1", "O", "c")));
+    EXPECT_THAT(m.checked, ElementsAre("ccsocservcothr " + line("1", "O", "b"),
+                                       "ccsocservcothr " + line("1", "O", "c")));
+}
+
+TEST(Merge, TellsOfEachRecordWhatCouldNotBeLookedUpFirst) {
+    using store::CheckFinding;
+    store::OrderStore store = storeOf(orders(""));
+    const xml::Document document = test::document(
+        element("harbrook", orders(order("A1", "O", "15") + order("A2", "O", "15"))));
+    ScriptedCheck check;
+    check.findings = {{{CheckFinding::Kind::Failure, "a"},
+                       {CheckFinding::Kind::LookUpFault, "b"},
+                       {CheckFinding::Kind::Failure, "c"}},
+                      {{CheckFinding::Kind::LookUpFault, "d"}}};
+    EXPECT_THAT(store::merge(store, document, check).findings, ElementsAre("b", "a", "c", "d"));
 }
 
 TEST(Merge, NeverTakesHourRegistrations) {
