@@ -12,6 +12,7 @@
 
   var UPLOAD = 'tandril.upload';
   var SUCCESS = 'tandril.lastSync';
+  var CONFIRMED = 'tandril.confirmed';
   var LOCK = 'tandril.syncing';
   var LOCK_LIFE = 60000; /* milliseconds after which the lock of a window that is gone counts no more */
 
@@ -47,6 +48,10 @@
     upload: function () { return read(UPLOAD); },
     keepUpload: function (upload) { return write(UPLOAD, upload); },
     settleUpload: function () { remove(UPLOAD); },
+
+    /** What the last report has confirmed; see records.confirmed. */
+    confirmed: function () { return read(CONFIRMED) || {}; },
+    keepConfirmed: function (digests) { write(CONFIRMED, digests); },
 
     /** Time of the last success in milliseconds, 0 for never. */
     lastSuccess: function () { return read(SUCCESS) || 0; },

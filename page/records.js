@@ -38,23 +38,81 @@
     return Array.prototype.filter.call(element.childNodes, function (node) { return node.nodeType === 1; });
   }
 
-  /* Orders stand in their section, everything else in groups below theirs;. */
-  function recordsIn(section) {
-    if (section.nodeName === SECTIONS.order) { return childrenOf(section); }
-    return childrenOf(section).reduce(function (all, group) { return all.concat(childrenOf(group)); }, []);
+  /* The word that an upload report has for a section of cost lines. */
+  var COST_TYPES = { ccsocservcmatl: 'Material', ccsocservclabr: 'Labor', ccsocservcothr: 'Other' };
+
+  function keyOf(order, activity, line, costType) {
+    return [order, activity, line, costType].map(function (part) { return part || ''; }).join('\n');
+  }
+
+  /** A number for the fields of a record, to see whether they are still what they were. */
+  function digest(record) {
+    var text = childrenOf(record).map(function (field) { return field.nodeName + '\n' + field.textContent; }).join('\n');
+    var number = 5381;
+    for (var i = 0; i < text.length; i++) { number = (number * 33 + text.charCodeAt(i)) % 4294967291; }
+    return number;
+  }
+
+  function describe(section, group, record) {
+    var isOrder = section.nodeName === SECTIONS.order;
+    return {
+      key: isOrder ? keyOf(record.getAttribute('ServiceOrder')) : keyOf(group.getAttribute('ID'),
+        record.getAttribute('Activity') || group.getAttribute('Activity'), record.getAttribute('LineNumber'), COST_TYPES[section.nodeName]),
+      state: record.getAttribute('State'),
+      digest: digest(record)
+    };
+  }
+
+  /** The new and changed records of a document; orders stand in their section, everything else in groups below theirs. */
+  function changedRecords(xml) {
+    var found = [];
+    function take(section, group, record) {
+      var state = record.getAttribute('State');
+      if (state === 'N' || state === 'M') { found.push(describe(section, group, record)); }
+    }
+    childrenOf(parse(xml).documentElement).forEach(function (section) {
+      childrenOf(section).forEach(function (child) {
+        if (section.nodeName === SECTIONS.order) {
+          take(section, null, child);
+        } else {
+          childrenOf(child).forEach(function (record) { take(section, child, record); });
+        }
+      });
+    });
+    return found;
+  }
+
+  function parse(xml) {
+    return new root.DOMParser().parseFromString(xml, 'text/xml');
   }
 
   Tandril.records = {
     escape: escape,
 
-    /** How many records of a store's XML are new or changed and not in an upload. */
-    countWaiting: function (xml) {
-      var store = new root.DOMParser().parseFromString(xml, 'text/xml');
-      return childrenOf(store.documentElement).reduce(function (sum, section) {
-        return sum + recordsIn(section).filter(function (record) {
-          return record.getAttribute('State') === 'N' || record.getAttribute('State') === 'M';
-        }).length;
-      }, 0);
+    /** How many new and changed records a document holds. */
+    countChanged: function (xml) {
+      return changedRecords(xml).length;
+    },
+
+    /** How many records of a store are new or changed, but for those that the server has confirmed as they are. */
+    countWaiting: function (xml, confirmed) {
+      return changedRecords(xml).filter(function (record) { return confirmed[record.key] !== record.digest; }).length;
+    },
+
+    /**
+     * The records of a store that a report confirms and that the store still marks as changed, so that they go out once
+     * more: digests by key. For the engineer they are settled as long as they stay as they are.
+     */
+    confirmed: function (store, report) {
+      var settled = {};
+      var digests = {};
+      changedRecords(store).forEach(function (record) { digests[record.key] = record.digest; });
+      Array.prototype.forEach.call(parse(report).getElementsByTagName('*'), function (entry) {
+        if (entry.getAttribute('Status') !== 'Completed') { return; }
+        var key = keyOf(entry.getAttribute('Order'), entry.getAttribute('Activity'), entry.getAttribute('CostLine'), entry.getAttribute('CostType'));
+        if (digests[key] !== undefined) { settled[key] = digests[key]; }
+      });
+      return settled;
     },
 
     /** The document with one record. key: {order, activity, line}; fields: [{name, value}]. */

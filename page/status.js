@@ -42,10 +42,10 @@
     return minutes < 48 * 60 ? text('syncHours', Math.floor(minutes / 60)) : text('syncDays', Math.floor(minutes / 1440));
   }
 
-  /** Counts the records that are changed and not sent; an upload without an answer waits as well. */
+  /** Counts the records that are changed and not confirmed; an upload without an answer waits as well. */
   function update() {
     page.quietly('GetMailContent', ['Harbrook'], function (xml) {
-      var waiting = xml ? Tandril.records.countWaiting(xml) : 0;
+      var waiting = xml ? Tandril.records.countWaiting(xml, journal.confirmed()) : 0;
       var words = [age(journal.lastSuccess()), waiting ? text('syncWaiting', waiting) : text('syncNoneWaiting')];
       if (journal.upload()) { words.push(text('syncUnanswered')); }
       dom.append(dom.empty(document.getElementById('syncState')), words.join(' \u00b7 '));

@@ -122,7 +122,7 @@
       upload.state = 'answered';
       upload.report = report;
       journal.keepUpload(upload);
-      this.view.step('send', 'done', text('syncSent', Tandril.records.countWaiting(upload.text)));
+      this.view.step('send', 'done', text('syncSent', Tandril.records.countChanged(upload.text)));
       this.store(upload);
     });
   };
@@ -147,10 +147,17 @@
         this.fail('report', error);
       } else {
         journal.settleUpload();
-        this.view.step('report', 'done', text('syncReported', countOf(upload.report, /Status="Completed"/g),
-          countOf(upload.report, /Status="Error"/g)));
-        this.goOn('download', this.download);
+        this.settle(upload.report);
       }
+    });
+  };
+
+  /** Notes what the report confirmed, as it stands in the store now. */
+  Sync.prototype.settle = function (report) {
+    this.call('report', 'GetMailContent', ['Harbrook'], function (xml) {
+      if (xml) { journal.keepConfirmed(Tandril.records.confirmed(xml, report)); }
+      this.view.step('report', 'done', text('syncReported', countOf(report, /Status="Completed"/g), countOf(report, /Status="Error"/g)));
+      this.goOn('download', this.download);
     });
   };
 
