@@ -9,7 +9,7 @@
 
 namespace tandril::cli {
 
-void BatchCommand::define(CLI::App& parser) {
+void BatchCommand::define(Parser& parser) {
     home_.define(parser);
 }
 

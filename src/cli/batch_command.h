@@ -13,7 +13,7 @@ class BatchCommand : public Command {
     std::string summary() const override {
         return "Make the calls that come as JSON lines, and answer each with one";
     }
-    void define(CLI::App& parser) override;
+    void define(Parser& parser) override;
     int run(const Streams& streams) override;
 
   private:

@@ -15,7 +15,7 @@ constexpr std::string_view kUsage = "tandril call [--home DIR] METHOD [ARG...]";
 
 }  // namespace
 
-void CallCommand::define(CLI::App& parser) {
+void CallCommand::define(Parser& parser) {
     home_.define(parser);
     parser.prefix_command();
     parser.footer(std::string(kUsage) +

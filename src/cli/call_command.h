@@ -13,13 +13,13 @@ class CallCommand : public Command {
   public:
     std::string name() const override { return "call"; }
     std::string summary() const override { return "Make one call and print its result"; }
-    void define(CLI::App& parser) override;
+    void define(Parser& parser) override;
     int run(const Streams& streams) override;
 
   private:
     HomeOption home_;
     // Everything from the method on is the call's, also what looks like an option.
-    const CLI::App* parser_ = nullptr;
+    const Parser* parser_ = nullptr;
 };
 
 }  // namespace tandril::cli

@@ -3,9 +3,7 @@
 #include <iosfwd>
 #include <string>
 
-namespace CLI {
-class App;
-}
+#include "cli/parser.h"
 
 namespace tandril::cli {
 
@@ -16,12 +14,11 @@ struct Streams {
     std::ostream& err;
 };
 
-// The exit statuses of every command.
-enum ExitStatus : int {
-    kSuccess = 0,
-    kFault = 1,   // what was asked for failed, or its answer could not be written
-    kMisuse = 2,  // it was asked for in a wrong way, and nothing was done
-};
+// The exit statuses of every command: done; what was asked for failed, or its answer could not be
+// written; it was asked for in a wrong way, and nothing was done.
+constexpr int kSuccess = 0;
+constexpr int kFault = 1;
+constexpr int kMisuse = 2;
 
 // One command of the program. A new one is a class of its own, in a file pair of its own, and a
 // line in allCommands().
@@ -34,7 +31,7 @@ class Command {
     virtual std::string summary() const = 0;
 
     // Describes the options and arguments to the parser, which stores them in this object.
-    virtual void define(CLI::App& parser) = 0;
+    virtual void define(Parser& parser) = 0;
 
     // Runs the command after the parser has stored its arguments. Returns the exit status. A
     // std::exception that leaves it is shown to the user and is a fault.

@@ -6,7 +6,7 @@
 
 namespace tandril::cli {
 
-void HomeOption::define(CLI::App& parser) {
+void HomeOption::define(Parser& parser) {
     parser
         .add_option("--home", folder_,
                     "The folder that stands for the machine (default: $TANDRIL_HOME, else "

@@ -2,16 +2,14 @@
 
 #include <string>
 
-namespace CLI {
-class App;
-}
+#include "cli/parser.h"
 
 namespace tandril::cli {
 
 // The option --home DIR of the commands that work on a home.
 class HomeOption {
   public:
-    void define(CLI::App& parser);
+    void define(Parser& parser);
 
     // The folder that was named, which need not exist, else the default home. Throws Fault when
     // there is no default home.

@@ -9,7 +9,7 @@ class MethodsCommand : public Command {
   public:
     std::string name() const override { return "methods"; }
     std::string summary() const override { return "List the methods with their parameters"; }
-    void define(CLI::App&) override {}
+    void define(Parser&) override {}
     int run(const Streams& streams) override;
 };
 

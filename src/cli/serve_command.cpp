@@ -20,7 +20,7 @@ constexpr int kHighestBodyLimit = 1024;
 
 }  // namespace
 
-void ServeCommand::define(CLI::App& parser) {
+void ServeCommand::define(Parser& parser) {
     home_.define(parser);
     parser
         .add_option("--port", port_,

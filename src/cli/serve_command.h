@@ -13,7 +13,7 @@ class ServeCommand : public Command {
   public:
     std::string name() const override { return "serve"; }
     std::string summary() const override { return "Show the page in a browser on this machine"; }
-    void define(CLI::App& parser) override;
+    void define(Parser& parser) override;
     int run(const Streams& streams) override;
 
   private:

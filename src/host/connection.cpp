@@ -32,7 +32,7 @@ void Connection::beginBody() {
 void Connection::linger() {
     ::shutdown(socket_, SHUT_WR);
     const Clock::time_point end = Clock::now() + limits_.linger;
-    while (waitUntil(POLLIN, end)) {
+    while (waitToRead(end)) {
         if (::recv(socket_, buffer_.data(), buffer_.size(), MSG_DONTWAIT) <= 0) {
             return;
         }
@@ -58,8 +58,7 @@ ssize_t Connection::read(char* data, std::size_t size) {
 ssize_t Connection::write(const char* data, std::size_t size) {
     std::size_t written = 0;
     while (written < size) {
-        pollfd waiting{socket_, POLLOUT, 0};
-        if (::poll(&waiting, 1, static_cast<int>(limits_.write.count())) <= 0) {
+        if (!waitToWrite()) {
             return -1;
         }
         const ssize_t count =
@@ -83,8 +82,8 @@ void Connection::get_local_ip_and_port(std::string& ip, int& port) const {
     port = 0;
 }
 
-bool Connection::waitUntil(short events, Clock::time_point deadline) const {
-    std::array<pollfd, 2> waiting{{{socket_, events, 0}, {stop_, POLLIN, 0}}};
+bool Connection::waitToRead(Clock::time_point deadline) const {
+    std::array<pollfd, 2> waiting{{{socket_, POLLIN, 0}, {stop_, POLLIN, 0}}};
     const auto left =
         std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now()).count();
     if (left <= 0) {
@@ -94,8 +93,18 @@ bool Connection::waitUntil(short events, Clock::time_point deadline) const {
     return ready > 0 && waiting[1].revents == 0;
 }
 
+// A client that does not read does not hold up the end of the host for long.
+bool Connection::waitToWrite() const {
+    std::array<pollfd, 2> waiting{{{socket_, POLLOUT, 0}, {stop_, POLLIN, 0}}};
+    if (::poll(waiting.data(), waiting.size(), static_cast<int>(limits_.write.count())) <= 0) {
+        return false;
+    }
+    return waiting[0].revents != 0 ||
+           ::poll(waiting.data(), 1, static_cast<int>(limits_.linger.count())) > 0;
+}
+
 bool Connection::fill() {
-    while (waitUntil(POLLIN, deadline_)) {
+    while (waitToRead(deadline_)) {
         const ssize_t count = ::recv(socket_, buffer_.data(), buffer_.size(), MSG_DONTWAIT);
         if (count > 0) {
             begin_ = 0;

@@ -47,7 +47,8 @@ class Connection : public httplib::Stream {
   private:
     using Clock = std::chrono::steady_clock;
 
-    bool waitUntil(short events, Clock::time_point deadline) const;
+    bool waitToRead(Clock::time_point deadline) const;
+    bool waitToWrite() const;
     bool fill();
 
     int socket_;

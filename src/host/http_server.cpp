@@ -8,7 +8,8 @@
 
 #include <array>
 #include <chrono>
-#include <string_view>
+#include <exception>
+#include <string>
 #include <thread>
 #include <utility>
 
@@ -202,8 +203,16 @@ class HttpServer::Server : public httplib::Server {
         }
     }
 
-    static void apologise(const httplib::Request&, httplib::Response& out, std::exception_ptr) {
-        write(textResponse(500, "the host has failed at this request"), out);
+    static void apologise(const httplib::Request&, httplib::Response& out,
+                          const std::exception_ptr& failure) {
+        std::string reason = "unknown";
+        try {
+            std::rethrow_exception(failure);
+        } catch (const std::exception& error) {
+            reason = error.what();
+        } catch (...) {
+        }
+        write(textResponse(500, "the host has failed at this request: " + reason), out);
     }
 
     void log(const httplib::Request& in, const httplib::Response& out) const {

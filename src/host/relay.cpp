@@ -66,16 +66,21 @@ class Relay::Exchange {
         client_.set_url_encode(false);  // the target is passed on as it came
         client_.set_follow_location(false);
         const std::lock_guard lock(relay_.mutex_);
+        stopped_ = relay_.stopped_;
         relay_.underWay_.insert(&client_);
     }
     ~Exchange() {
         const std::lock_guard lock(relay_.mutex_);
         relay_.underWay_.erase(&client_);
+        relay_.ended_.notify_all();
     }
     Exchange(const Exchange&) = delete;
     Exchange& operator=(const Exchange&) = delete;
 
     Response run(httplib::Request request) {
+        if (stopped_) {
+            return textResponse(503, "the host is stopping");
+        }
         request.content_receiver = [this](const char* data, std::size_t size, std::uint64_t,
                                           std::uint64_t) {
             return receive({data, size});
@@ -114,11 +119,12 @@ class Relay::Exchange {
     httplib::Client client_;
     Clock::time_point deadline_;
     std::string body_;
+    bool stopped_ = false;
     bool tooLong_ = false;
     bool late_ = false;
 };
 
-Relay::Relay(const RelaySettings& settings) : settings_(settings) {
+Relay::Relay(RelaySettings settings) : settings_(std::move(settings)) {
     if (!settings_.url.empty()) {
         url_ = parseEnterpriseUrl(settings_.url);
     }
@@ -130,20 +136,19 @@ Response Relay::answer(const Request& request) {
     if (!url_) {
         return textResponse(503, "there is no enterprise server; --enterprise names one");
     }
-    {
-        const std::lock_guard lock(mutex_);
-        if (stopped_) {
-            return textResponse(503, "the host is stopping");
-        }
-    }
     return Exchange(*this, *url_).run(outgoing(request, *url_));
 }
 
 void Relay::stop() {
-    const std::lock_guard lock(mutex_);
+    std::unique_lock lock(mutex_);
     stopped_ = true;
-    for (httplib::Client* client : underWay_) {
-        client->stop();
+    // A client that is still connecting takes no notice; it is told again.
+    constexpr auto kAgain = std::chrono::milliseconds(20);
+    while (!underWay_.empty()) {
+        for (httplib::Client* client : underWay_) {
+            client->stop();
+        }
+        ended_.wait_for(lock, kAgain);
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <condition_variable>
 #include <cstddef>
 #include <memory>
 #include <mutex>
@@ -28,7 +29,7 @@ struct RelaySettings {
 class Relay {
   public:
     // Throws Fault when the URL is none.
-    explicit Relay(const RelaySettings& settings);
+    explicit Relay(RelaySettings settings);
     ~Relay();
     Relay(const Relay&) = delete;
     Relay& operator=(const Relay&) = delete;
@@ -37,7 +38,7 @@ class Relay {
     // cannot be reached, does not answer in time, redirects, or answers with too much.
     Response answer(const Request& request);
 
-    // Breaks off the requests under way and makes no new ones.
+    // Breaks off the requests under way, waits for their end and makes no new ones.
     void stop();
 
   private:
@@ -46,6 +47,7 @@ class Relay {
     RelaySettings settings_;
     std::optional<EnterpriseUrl> url_;
     std::mutex mutex_;
+    std::condition_variable ended_;
     bool stopped_ = false;
     std::set<httplib::Client*> underWay_;
 };

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <cstddef>
-#include <iosfwd>
+#include <filesystem>
 #include <optional>
 #include <string>
 

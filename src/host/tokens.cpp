@@ -37,8 +37,8 @@ bool equalInConstantTime(std::string_view a, std::string_view b) {
     unsigned difference = 0;
     for (std::size_t i = 0; i < a.size(); ++i) {
         // Volatile, so that the compiler cannot leave the loop early.
-        const volatile unsigned char x = static_cast<unsigned char>(a[i]);
-        const volatile unsigned char y = static_cast<unsigned char>(b[i]);
+        const volatile auto x = static_cast<unsigned char>(a[i]);
+        const volatile auto y = static_cast<unsigned char>(b[i]);
         difference |= static_cast<unsigned>(x ^ y);
     }
     return difference == 0;

@@ -11,7 +11,7 @@
 #include "support/read_file.h"
 #include "support/temporary_home.h"
 
-// Runs the program on the cases in the folder cases/. The files of a case:
+// Runs the program on the cases in the folder data/. The files of a case:
 //
 //   arguments  one argument a line; {home} stands for an empty home, {nowhere} for a missing one
 //   input      the standard input (none: empty)

@@ -160,7 +160,19 @@ TEST(HostConnections, StopDoesNotWaitForHungClients) {
     const auto start = Clock::now();
     host.stop();
     EXPECT_LT(Clock::now() - start, 1s);
-    EXPECT_THROW(RawConnection(host.port()), std::runtime_error);
+    EXPECT_THROW(const RawConnection gone(host.port()), std::runtime_error);
+}
+
+TEST(HostConnections, StopDoesNotWaitForClientsThatDoNotRead) {
+    RunningHost host(shortDeadlines());
+    host.page().write("long.txt", std::string(50'000'000, 'x'));
+    const RawConnection deaf(host.port());
+    deaf.send("GET /long.txt HTTP/1.1\r\nHost: " + host::authority(host.port()) +
+              "\r\nCookie: " + host.cookie() + "\r\n\r\n");
+    std::this_thread::sleep_for(200ms);  // until the answer fills the socket
+    const auto start = Clock::now();
+    host.stop();
+    EXPECT_LT(Clock::now() - start, 3s);
 }
 
 TEST(HostConnections, StoppedAtOnceAfterTheStart) {
