@@ -5,7 +5,7 @@
 
 # good_tree: a tree of two layers that every check accepts.
 good_tree() {
-    new_tree tools/check tools/check-imports tools/check-header .clang-format
+    new_tree tools/check tools/check-imports tools/check-header tools/check-docs .clang-format
     git -C "$tree" init -q
     put src/xml/node.h <<'CODE'
 #pragma once
@@ -29,8 +29,15 @@ struct Fault {};
 
 }  // namespace tandril
 CODE
-    put docs/page.md </dev/null
-    echo "A page." >"$tree/docs/page.md"
+    put docs/behaviour.md <<'TEXT'
+# Behaviour
+
+`Initialize()` is described [here](#behaviour), and [there](page.md#the-page).
+TEXT
+    printf '# The page\n' | put docs/page.md
+    put src/component/methods.cpp <<'CODE'
+// row<&C::Initialize>(1, "Initialize"),
+CODE
 }
 
 # fails CHECK, accepts CHECK: what the check says of the tree as it stands.
@@ -47,7 +54,7 @@ accepts() {
 append() { printf '%b' "$2" >>"$tree/$1"; }
 
 good_tree
-for check in format whitespace length imports headers shell; do
+for check in format whitespace length imports headers shell docs; do
     ok "GoodTreePasses_$check" accepts $check
 done
 
@@ -128,6 +135,20 @@ good_tree
 # shellcheck disable=SC2016  # the fault is in the quoted script
 append tools/bad '#!/bin/sh\nrm -r $1\n'
 ok "UnquotedVariableFails" fails shell
+
+good_tree
+append docs/page.md '[lost](../missing.md)\n'
+ok "LinkToAMissingFileFails" fails docs
+ok "LinkToAMissingFileIsNamed" printed "docs/page.md: ../missing.md: there is no such file"
+
+good_tree
+append docs/page.md '[lost](behaviour.md#nothing)\n'
+ok "LinkToAMissingHeadingFails" fails docs
+
+good_tree
+append src/component/methods.cpp '// row<&C::ListOrders>(17, "ListOrders"),\n'
+ok "UndescribedMethodFails" fails docs
+ok "UndescribedMethodIsNamed" printed "docs/behaviour.md: ListOrders is missing"
 
 good_tree
 ok "TidyWithoutABuildFails" fails tidy
