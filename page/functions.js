@@ -213,9 +213,23 @@
     var form = currentForm();
     if (!form || form.name !== formName) { return; }
     zoomed = { form: form, field: field };
-    var configuration = form.control('Configuration');
-    var value = OBJECT_FIELDS.indexOf(field) >= 0 && configuration ? configuration.value : '';
-    openWindow(0, field, value, formWord(formName));
+    withConfiguration(form, field, function (value) { openWindow(0, field, value, formWord(formName)); });
+  }
+
+  /** The configuration whose objects are asked for: the form's, in a new activity its order's; "" for other fields. */
+  function withConfiguration(form, field, done) {
+    var control = form.control('Configuration');
+    var own = control ? control.value : '';
+    var order = chosen('ServiceOrder') || page.place('divDetails').view.args[1];
+    if (OBJECT_FIELDS.indexOf(field) < 0) {
+      done('');
+    } else if (own || !form.isNew || formWord(form.name) !== 'activity') {
+      done(own);
+    } else {
+      page.call('GetDetails', ['1', order, '', '', '', 0], function (fragment) {
+        done(Tandril.panel.valueOf(Tandril.panel.read(fragment || ''), 'Configuration'));
+      });
+    }
   }
 
   function put(form, field, value) {

@@ -137,6 +137,18 @@
     };
   }
 
+  /** The value that a node shows for a field: of an input, a cell or a link; undefined when it is of another field. */
+  function valueIn(node, field) {
+    if (node.field === field) { return node.value === undefined ? trimmed(node) : node.value; }
+    if (node.call && node.call.name === 'hyperlink' && node.call.args[0] === field) { return node.call.args[1]; }
+    var found;
+    (node.kids || []).some(function (kid) {
+      found = typeof kid === 'string' ? undefined : valueIn(kid, field);
+      return found !== undefined;
+    });
+    return found;
+  }
+
   Tandril.panel = {
     textOf: textOf,
     trimmed: trimmed,
@@ -162,6 +174,11 @@
       panel.list.rows.pop();
       panel.more = restOf(reader, panel.list);
       return panel;
+    },
+
+    /** The value of a field in a panel's form, "" when the form has no such field. */
+    valueOf: function (panel, field) {
+      return panel.form && valueIn({ kids: panel.form.rows }, field) || '';
     },
 
     /** The options of a fragment that fills a drop-down: [{value, text}]. */

@@ -51,12 +51,21 @@ function fillHome(home, orders = fs.readFileSync(path.join(ROOT, 'samples', 'ord
   fs.writeFileSync(path.join(folder, 'Harbrook.xml'), orders);
 }
 
-/** { address, home, host, enterprise, stop() }; options.filled puts the sample data into the home first. */
+/** The master data of the samples, which the page has yet to choose. */
+function addMasterData(home) {
+  fs.copyFileSync(path.join(ROOT, 'samples', 'masterdata', 'tandril.mdb'), path.join(home, 'Vorn Tandril', 'MasterData', 'tandril.mdb'));
+}
+
+/**
+ * { address, home, host, enterprise, stop() }; options.filled puts the sample data into the home first, options.masterData
+ * their database, too.
+ */
 async function startSystem(options = {}) {
   const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'tandril-page-'));
   const home = path.join(folder, 'home');
   fs.mkdirSync(home);
   if (options.filled) { fillHome(home, options.orders); }
+  if (options.masterData) { addMasterData(home); }
   const enterprise = await startEnterprise(folder);
   const host = await startHost(home, enterprise.address);
   return {

@@ -1,0 +1,79 @@
+'use strict';
+
+/* Windows on the master data, over the real host and the Access database of the samples. */
+
+const { test, before, after } = require('node:test');
+const assert = require('node:assert/strict');
+const { launch, openPage } = require('./support/browser');
+const { startSystem } = require('./support/system');
+
+let browser;
+let system;
+let page;
+
+before(async () => {
+  browser = await launch();
+  system = await startSystem({ filled: true, masterData: true });
+  page = await openPage(browser, system.address);
+  await page.waitForSelector('#divList tr.tablerows');
+  await page.evaluate(() => new Promise((resolve) => {
+    const { call } = window.Tandril.page;
+    call('SetCurrentmdb', ['tandril'], () => call('SetODBCDataBase', ['tandril.mdb'], resolve));
+  }));
+});
+after(async () => {
+  await browser.close();
+  await system.stop();
+});
+
+const rows = () => page.$$eval('#divZoomHype tbody tr', (all) => all.map((row) => Array.from(row.cells, (cell) => cell.textContent.trim())));
+
+test('TheObjectsOfTheConfigurationAreOfferedAndTaken', async () => {
+  await page.click('#divList tr.tablerows:has-text("Find the burner fault")');
+  await page.click('.field:has([data-field=Object]) .zoom');
+  await page.waitForSelector('#divZoomHype tr.tablerows');
+  assert.deepEqual(await rows(), [['C-300', 'OB-301', '1', 'Burner'], ['C-300', 'OB-302', '2', 'Feed pump']]);
+  await page.click('#divZoomHype tr.tablerows:nth-child(2)');
+  assert.equal(await page.$('#divZoomHype .panel'), null);
+  assert.equal(await page.inputValue('#divDetails [data-field=Object]'), 'OB-302');
+  assert.equal(await page.inputValue('#divDetails [data-field=ObjectNumber]'), '2');
+});
+
+test('TheFilterOfAWindowNarrowsIt', async () => {
+  await page.click('.field:has([data-field=Configuration]) .zoom');
+  await page.waitForSelector('#divZoomHype tr.tablerows');
+  const all = (await rows()).length;
+  await page.fill('#divZoomHype input[type=search]', 'C-100');
+  assert.deepEqual((await rows()).map(([code]) => code), ['C-100']);
+  assert.ok(all > 1);
+  await page.keyboard.press('Escape');
+});
+
+test('ALinkShowsOneRecord', async () => {
+  await page.click('#divList button.link:has-text("PM01")');
+  await page.waitForSelector('#divZoomHype dl');
+  assert.match(await page.textContent('#divZoomHype dl'), /PM01/);
+  await page.keyboard.press('Escape');
+});
+
+test('ANewActivityOffersTheObjectsOfItsOrder', async () => {
+  await page.click('#divList tr.orderrow:has-text("100202")');
+  await page.click('.question .danger');
+  await page.waitForSelector('#divDetails [data-form="order_100202"]');
+  await page.click('#divDetails .create');
+  await page.waitForSelector('#divDetails [data-form^="activity_100202"]');
+  await page.click('.field:has([data-field=Object]) .zoom');
+  await page.waitForSelector('#divZoomHype tr.tablerows');
+  assert.deepEqual([...new Set((await rows()).map(([configuration]) => configuration))], ['C-100']);
+  await page.keyboard.press('Escape');
+});
+
+test('TheTablesAreListed', async () => {
+  await page.click('#groupMasterData');
+  await page.click('#menu [data-view=PROB]');
+  await page.waitForSelector('#divList h2:has-text("Problems")');
+  assert.equal((await page.$$('#divList tbody tr')).length, 6);
+  assert.equal((await page.$$('#menu [data-view=CROB]')).length, 1);
+});
+
+test('NothingWasComplainedOf', () => assert.deepEqual(page.problems, []));
