@@ -1,5 +1,8 @@
 #include "forms/record_check.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "forms/check_rules.h"
 #include "forms/fields.h"
 #include "html/html.h"
@@ -42,6 +45,13 @@ std::vector<CheckedField> checkedFields(const CheckedRecord& checked) {
     return found;
 }
 
+// Findings go into logs whose entries are lines; a database's own words may have several.
+std::string oneLine(std::string text) {
+    std::replace_if(
+        text.begin(), text.end(), [](char c) { return c == '\r' || c == '\n'; }, ' ');
+    return text;
+}
+
 }  // namespace
 
 std::vector<CheckFinding> RecordCheck::check(const CheckedRecord& checked) {
@@ -60,7 +70,7 @@ std::vector<CheckFinding> RecordCheck::check(const CheckedRecord& checked) {
                     {CheckFinding::Kind::Failure, failureText(checked.section, field.name, code)});
             }
         } catch (const Fault& fault) {
-            findings.push_back({CheckFinding::Kind::LookUpFault, fault.what()});
+            findings.push_back({CheckFinding::Kind::LookUpFault, oneLine(fault.what())});
         }
     }
     return findings;

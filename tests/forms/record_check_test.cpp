@@ -261,6 +261,11 @@ TEST_F(RecordCheck, LookUpThatFailsCountsAsPassed) {
                                                "[no answer to Configuration=fault]"));
 }
 
+TEST_F(RecordCheck, WordsOfADatabaseAreOneLine) {
+    EXPECT_THAT(check(Section::Orders, "<S>15</S><Problem>a\nfault</Problem>"),
+                testing::ElementsAre("[no answer to Problem=a fault]"));
+}
+
 TEST_F(RecordCheck, RepeatedFieldIsJudgedEachTime) {
     EXPECT_THAT(check(Section::Orders,
                       "<S>15</S><Description/><Description>V</Description>"
