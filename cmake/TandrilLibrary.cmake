@@ -9,6 +9,10 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
     # This GCC sees overlapping copies in the inlined operator+ of std::string (GCC bug 105651).
     target_compile_options(tandril_options INTERFACE -Wno-restrict)
 endif()
+if(WIN32)
+    target_compile_definitions(tandril_options INTERFACE
+        UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN WINVER=0x0601 _WIN32_WINNT=0x0601)
+endif()
 if(TANDRIL_SANITIZE)
     # -g1: line numbers for the reports; more only makes the build longer.
     target_compile_options(tandril_options INTERFACE

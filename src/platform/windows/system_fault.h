@@ -1,0 +1,17 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <string_view>
+
+namespace tandril::platform {
+
+// What the error code of a Windows function means. Causes that every system knows read as they do
+// elsewhere, in English; any other reads as Windows says it.
+std::string systemErrorText(DWORD error);
+
+// Throws the Fault for a failed system call: 'cannot WHAT "SHOWN": cause of `error`'.
+[[noreturn]] void throwSystemFault(std::string_view what, std::string_view shown, DWORD error);
+
+}  // namespace tandril::platform

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "platform/clock.h"
+
+namespace tandril::platform {
+
+// The time in the form that a locale ("" for what the user has set, "en-US") gives it: short date,
+// a blank, long time.
+std::string formatGeneralDate(const SYSTEMTIME& time, const std::wstring& locale);
+
+// The local time, in the user's own form.
+class WallClock final : public Clock {
+  public:
+    std::string generalDate() const override;
+};
+
+}  // namespace tandril::platform

@@ -1,0 +1,182 @@
+#include "platform/windows/windows_file.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <cwchar>
+#include <random>
+#include <utility>
+
+#include "platform/windows/system_fault.h"
+
+namespace tandril::platform {
+namespace {
+
+// An open file, closed when destroyed.
+class File {
+  public:
+    explicit File(HANDLE handle) : handle_(handle) {}
+    ~File() { close(); }
+    File(File&& other) noexcept : handle_(std::exchange(other.handle_, INVALID_HANDLE_VALUE)) {}
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
+    File& operator=(File&&) = delete;
+
+    bool valid() const { return handle_ != INVALID_HANDLE_VALUE; }
+    HANDLE get() const { return handle_; }
+    void close() {
+        if (valid()) ::CloseHandle(std::exchange(handle_, INVALID_HANDLE_VALUE));
+    }
+
+  private:
+    HANDLE handle_;
+};
+
+// What is done to which file, for the message of the fault when a step of it fails.
+struct Attempt {
+    std::string_view what;
+    std::string_view shown;
+    [[noreturn]] void fail(DWORD error) const { throwSystemFault(what, shown, error); }
+    [[noreturn]] void failWithLastError() const { fail(::GetLastError()); }
+};
+
+constexpr DWORD kLargestPiece = 1U << 20U;
+
+// Returns 0, or the error that ended the writing.
+DWORD writeAll(HANDLE file, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const auto piece =
+            static_cast<DWORD>(std::min<std::size_t>(bytes.size(), std::size_t{kLargestPiece}));
+        DWORD written = 0;
+        if (!::WriteFile(file, bytes.data(), piece, &written, nullptr)) return ::GetLastError();
+        bytes.remove_prefix(written);
+    }
+    return 0;
+}
+
+// Virus scanners and indexers open a new file for an instant, and nobody can move it meanwhile.
+bool moveFile(const std::wstring& from, const std::wstring& to, DWORD flags) {
+    constexpr int kTries = 10;
+    constexpr DWORD kPause = 20;  // milliseconds
+    for (int attempt = 1;; ++attempt) {
+        if (::MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | flags)) return true;
+        const DWORD error = ::GetLastError();
+        const bool mayPass = error == ERROR_SHARING_VIOLATION || error == ERROR_ACCESS_DENIED;
+        if (!mayPass || attempt == kTries) {
+            ::SetLastError(error);
+            return false;
+        }
+        ::Sleep(kPause);
+    }
+}
+
+// A new file beside the one to replace. Removed when destroyed, unless renamed before.
+class TemporaryFile {
+  public:
+    TemporaryFile(const std::wstring& folder, Durability durability, const Attempt& attempt)
+        : attempt_(attempt), durable_(durability == Durability::Durable), file_(create(folder)) {}
+    ~TemporaryFile() {
+        file_.close();
+        if (!renamed_) ::DeleteFileW(path_.c_str());
+    }
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+    void write(std::string_view bytes) {
+        if (const DWORD error = writeAll(file_.get(), bytes)) attempt_.fail(error);
+        if (durable_ && !::FlushFileBuffers(file_.get())) attempt_.failWithLastError();
+        file_.close();
+    }
+
+    void renameTo(const std::wstring& path) {
+        if (!moveFile(path_, path, durable_ ? MOVEFILE_WRITE_THROUGH : 0)) {
+            attempt_.failWithLastError();
+        }
+        renamed_ = true;
+    }
+
+  private:
+    // The name is random and the creation exclusive, so that processes do not collide.
+    File create(const std::wstring& folder) {
+        std::random_device random;
+        for (;;) {
+            wchar_t name[40];
+            std::swprintf(name, std::size(name), L".tandril-%08x%08x.tmp", random(), random());
+            path_ = folder + name;
+            File file(::CreateFileW(path_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                    durable_ ? FILE_FLAG_WRITE_THROUGH : FILE_ATTRIBUTE_NORMAL,
+                                    nullptr));
+            if (file.valid()) return file;
+            if (::GetLastError() != ERROR_FILE_EXISTS) attempt_.failWithLastError();
+        }
+    }
+
+    Attempt attempt_;
+    bool durable_;
+    std::wstring path_;
+    File file_;
+    bool renamed_ = false;
+};
+
+// A rename would not tell for certain.
+void requireReplaceable(const std::wstring& path, const Attempt& attempt) {
+    const DWORD attributes = ::GetFileAttributesW(path.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES) return;
+    constexpr DWORD kProtected = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY;
+    if ((attributes & kProtected) != 0) attempt.fail(ERROR_ACCESS_DENIED);
+}
+
+}  // namespace
+
+std::string readFile(const std::wstring& path, std::string_view shown) {
+    const Attempt attempt{"read", shown};
+    const File file(::CreateFileW(path.c_str(), GENERIC_READ,
+                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                  OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+    if (!file.valid()) attempt.failWithLastError();
+    std::string content;
+    for (;;) {
+        const std::size_t before = content.size();
+        content.resize(before + kLargestPiece);
+        DWORD count = 0;
+        if (!::ReadFile(file.get(), content.data() + before, kLargestPiece, &count, nullptr)) {
+            attempt.failWithLastError();
+        }
+        content.resize(before + count);
+        if (count == 0) return content;
+    }
+}
+
+void replaceFile(const std::wstring& path, std::string_view shown, std::string_view bytes,
+                 Durability durability) {
+    const Attempt attempt{"write", shown};
+    requireReplaceable(path, attempt);
+    TemporaryFile temporary(path.substr(0, path.rfind(L'\\') + 1), durability, attempt);
+    temporary.write(bytes);
+    temporary.renameTo(path);
+}
+
+void appendFile(const std::wstring& path, std::string_view shown, std::string_view bytes) {
+    const Attempt attempt{"append to", shown};
+    const File file(::CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    LARGE_INTEGER end{};
+    if (!file.valid() || !::SetFilePointerEx(file.get(), {}, &end, FILE_END)) {
+        attempt.failWithLastError();
+    }
+    const DWORD error = writeAll(file.get(), bytes);
+    if (error == 0) return;
+    // Not half a line: as it was.
+    ::SetFilePointerEx(file.get(), end, nullptr, FILE_BEGIN);
+    ::SetEndOfFile(file.get());
+    attempt.fail(error);
+}
+
+void renameFile(const std::wstring& from, const std::wstring& to, std::string_view what,
+                std::string_view shown) {
+    if (!moveFile(from, to, MOVEFILE_WRITE_THROUGH)) {
+        throwSystemFault(what, shown, ::GetLastError());
+    }
+}
+
+}  // namespace tandril::platform

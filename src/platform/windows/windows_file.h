@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/file_system.h"
+
+// Whole-file operations on Windows paths. Each throws Fault with a message that names the file by
+// `shown`, which is how its users know it.
+namespace tandril::platform {
+
+// The content of an existing file. Others may have it open, and may go on writing to it.
+std::string readFile(const std::wstring& path, std::string_view shown);
+
+// Replaces the file through a temporary one in the same folder (see FileSystem::replace), and
+// refuses one that is write-protected.
+void replaceFile(const std::wstring& path, std::string_view shown, std::string_view bytes,
+                 Durability durability);
+
+// Adds to the end of an existing file (see FileSystem::append).
+void appendFile(const std::wstring& path, std::string_view shown, std::string_view bytes);
+
+// Gives a file a new name in its folder, in place of any other file of that name, and waits until
+// that is on the disk.
+void renameFile(const std::wstring& from, const std::wstring& to, std::string_view what,
+                std::string_view shown);
+
+}  // namespace tandril::platform
