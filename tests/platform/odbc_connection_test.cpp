@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include "platform/fault.h"
+#include "real_ports.h"
 #include "support/query_result.h"
 #include "support/temporary_home.h"
 
@@ -24,9 +25,7 @@ std::string repeated(std::string_view text, std::size_t times) {
 
 class OdbcConnectionTest : public ::testing::Test {
   protected:
-    std::string connectionString() const {
-        return "Driver=libsqlite3odbc.so;StepAPI=1;Database=" + home_.pathOf("test.db");
-    }
+    std::string connectionString() const { return sqliteConnection(home_.pathOf("test.db")); }
     // The message of the Fault that the statement ends with; "" when it ends well.
     std::string faultOf(const std::string& sql) {
         try {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "surface/client_on_new_home.h"
+#include "surface/client_on_new_machine.h"
 #include "surface/json_text.h"
 
 namespace tandril::surface {
@@ -31,7 +31,7 @@ class JsonCall : public testing::Test {
         return result.body.value("invalid", "");
     }
 
-    test::ClientOnNewHome home_;
+    test::ClientOnNewMachine home_;
 };
 
 TEST_F(JsonCall, UnknownMethod) {

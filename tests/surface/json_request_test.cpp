@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "surface/client_on_new_home.h"
+#include "surface/client_on_new_machine.h"
 
 namespace tandril::surface {
 namespace {
@@ -13,7 +13,7 @@ class JsonRequest : public testing::Test {
   protected:
     std::string answer(const std::string& line) { return answerLine(home_.client(), line); }
 
-    test::ClientOnNewHome home_;
+    test::ClientOnNewMachine home_;
 };
 
 TEST_F(JsonRequest, EmptyLineIsNotJson) {

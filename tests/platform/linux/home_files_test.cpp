@@ -7,8 +7,8 @@
 #include <csignal>
 #include <filesystem>
 
-#include "platform/child_process.h"
 #include "platform/fault.h"
+#include "platform/linux/child_process.h"
 #include "support/temporary_home.h"
 
 namespace tandril::platform {
@@ -169,6 +169,15 @@ TEST_F(HomeFilesTest, FileNamesLeaveOutWhatNoPathCanName) {
     home.write("Vorn Tandril/c.mdb", "");
     std::filesystem::create_symlink("nowhere", home.pathOf("Vorn Tandril/d.mdb"));
     EXPECT_THAT(files.fileNames("C:\\Vorn Tandril"), ElementsAre("c.mdb"));
+}
+
+TEST_F(HomeFilesTest, PlainTextFilesAreUtf8) {
+    const std::string text =
+        "Gr\xC3\xB6\xC3\x9F"
+        "e \xE2\x82\xAC";
+    EXPECT_EQ(files.encodeAnsi(text), text);
+    EXPECT_EQ(files.decodeAnsi(text), text);
+    EXPECT_EQ(files.systemFolder(), "C:\\WINDOWS\\system32");
 }
 
 }  // namespace

@@ -4,8 +4,8 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
-#include "platform/child_process.h"
 #include "platform/fault.h"
+#include "platform/linux/child_process.h"
 #include "support/temporary_home.h"
 
 namespace tandril::platform {
@@ -70,6 +70,24 @@ TEST_F(RegistryFileTest, IsReadOncePerRefresh) {
     EXPECT_THAT(registry.read(kRoot, kKey, "Mode"), Optional(std::string("Online")));
     registry.refresh();
     EXPECT_THAT(registry.read(kRoot, kKey, "Mode"), Optional(std::string("Offline")));
+}
+
+TEST_F(RegistryFileTest, ValuesAndKeysKeepTheirOrder) {
+    registry.createKey(kRoot, "b");
+    registry.createKey(kRoot, "a");
+    for (const char* name : {"b", "c", "a", "b"}) registry.setText(kRoot, "b", name, "1");
+    registry.flush(Durability::Durable);
+    registry.refresh();
+    EXPECT_THAT(registry.subKeys(kRoot, ""), ElementsAre("b", "a"));
+    EXPECT_THAT(registry.valueNames(kRoot, "b"), ElementsAre("b", "c", "a"));
+}
+
+TEST_F(RegistryFileTest, RefreshDropsWhatWasNotFlushed) {
+    home.write(kName, settings("Online"));
+    registry.setExisting(kRoot, kKey, "Mode", "Offline");
+    EXPECT_THAT(registry.read(kRoot, kKey, "Mode"), Optional(std::string("Offline")));
+    registry.refresh();
+    EXPECT_THAT(registry.read(kRoot, kKey, "Mode"), Optional(std::string("Online")));
 }
 
 TEST_F(RegistryFileTest, IsWrittenOnlyWhenAValueChanged) {

@@ -1,4 +1,4 @@
-#include "platform/child_process.h"
+#include "platform/linux/child_process.h"
 
 #include <sys/resource.h>
 #include <sys/wait.h>

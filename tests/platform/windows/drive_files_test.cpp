@@ -1,0 +1,130 @@
+// What the files of Windows add to the cases of every file system: the real disk.
+#include "platform/windows/drive_files.h"
+
+#include <gmock/gmock.h>
+#include <windows.h>
+
+#include "platform/fault.h"
+#include "platform/windows/wide.h"
+#include "support/temporary_home.h"
+
+namespace tandril::platform {
+namespace {
+
+using test::TemporaryHome;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+constexpr std::string_view kStore = "C:\\Vorn Tandril\\Harbrook.xml";
+constexpr const char* kRealStore = "Vorn Tandril/Harbrook.xml";
+
+class DriveFilesTest : public ::testing::Test {
+  protected:
+    std::wstring realStore() const { return toWide(home.pathOf(kRealStore)); }
+    std::string faultOfReplace() {
+        try {
+            files.replace(kStore, "new", Durability::Durable);
+        } catch (const Fault& fault) {
+            return fault.what();
+        }
+        return "";
+    }
+
+    TemporaryHome home;
+    DriveFiles files{toWide(home.path())};
+};
+
+TEST_F(DriveFilesTest, ThePathsLieBelowTheRoot) {
+    home.write(kRealStore, "<harbrook/>");
+    EXPECT_EQ(files.read(kStore), "<harbrook/>");
+    files.createFolder("C:\\Vorn Tandril\\MasterData");
+    EXPECT_TRUE(home.exists("Vorn Tandril/MasterData"));
+}
+
+TEST_F(DriveFilesTest, PathsMatchInAnyCase) {
+    home.write(kRealStore, "<harbrook/>");
+    EXPECT_EQ(files.read("c:\\VORN tandril\\harbrook.XML"), "<harbrook/>");
+}
+
+TEST(DriveTest, TheDriveIsTheMachinesOwn) {
+    const DriveFiles files;
+    EXPECT_TRUE(files.driveExists("C:"));
+    EXPECT_TRUE(files.folderExists(files.systemFolder()));
+    EXPECT_THAT(files.systemFolder(), ::testing::EndsWith("\\system32"));
+}
+
+TEST_F(DriveFilesTest, FaultsReadAsOnOtherSystems) {
+    EXPECT_EQ(faultOfReplace(),
+              "cannot write \"C:\\Vorn Tandril\\Harbrook.xml\": "
+              "No such file or directory");
+    home.makeFolder("Vorn Tandril");
+    try {
+        files.createFolder("C:\\Vorn Tandril");
+        FAIL() << "the folder exists twice";
+    } catch (const Fault& fault) {
+        EXPECT_STREQ(fault.what(), "cannot create the folder \"C:\\Vorn Tandril\": File exists");
+    }
+}
+
+TEST_F(DriveFilesTest, AWriteProtectedFileIsNotReplaced) {
+    home.write(kRealStore, "old");
+    ::SetFileAttributesW(realStore().c_str(), FILE_ATTRIBUTE_READONLY);
+    EXPECT_THAT(faultOfReplace(), HasSubstr("Permission denied"));
+    EXPECT_EQ(files.read(kStore), "old");
+    EXPECT_THAT(home.names("Vorn Tandril"), ElementsAre("Harbrook.xml"));
+    ::SetFileAttributesW(realStore().c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
+TEST_F(DriveFilesTest, AFileThatSomebodyHoldsOpenStaysAsItIs) {
+    home.write(kRealStore, "old");
+    const HANDLE holder = ::CreateFileW(realStore().c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                        OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(holder, INVALID_HANDLE_VALUE);
+    EXPECT_NE(faultOfReplace(), "");
+    ::CloseHandle(holder);
+    EXPECT_EQ(files.read(kStore), "old");
+    EXPECT_THAT(home.names("Vorn Tandril"), ElementsAre("Harbrook.xml"));
+    EXPECT_EQ(faultOfReplace(), "");
+}
+
+TEST_F(DriveFilesTest, AFileIsReadWhileSomebodyAppendsToIt) {
+    home.write(kRealStore, "old");
+    const HANDLE writer = ::CreateFileW(realStore().c_str(), FILE_APPEND_DATA,
+                                        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                        nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(writer, INVALID_HANDLE_VALUE);
+    EXPECT_EQ(files.read(kStore), "old");
+    ::CloseHandle(writer);
+}
+
+// To Windows these would be a device, another stream of the file, and a name without its dot.
+TEST_F(DriveFilesTest, NamesAreTakenToTheLetter) {
+    home.makeFolder("Vorn Tandril");
+    EXPECT_FALSE(files.fileExists("C:\\Vorn Tandril\\NUL"));
+    home.write(kRealStore, "kept");
+    EXPECT_FALSE(files.fileExists("C:\\Vorn Tandril\\Harbrook.xml:stream"));
+    EXPECT_THROW(files.replace("C:\\Vorn Tandril\\Harbrook.xml:stream", "x", Durability::Relaxed),
+                 Fault);
+    EXPECT_FALSE(files.fileExists("C:\\Vorn Tandril\\Harbrook.xml."));
+    EXPECT_EQ(files.read(kStore), "kept");
+    EXPECT_THAT(home.names("Vorn Tandril"), ElementsAre("Harbrook.xml"));
+}
+
+TEST_F(DriveFilesTest, CharactersThatTheCodePageLacksBecomeQuestionMarks) {
+    if (::GetACP() == CP_UTF8) GTEST_SKIP() << "the code page of this machine has them all";
+    EXPECT_EQ(files.encodeAnsi("a\xF0\x90\x8D\x88z"), "a??z");
+    // One that has a look-alike in the code page, but is another character.
+    EXPECT_EQ(files.encodeAnsi("\xE2\x88\x9E"), "?");
+}
+
+TEST_F(DriveFilesTest, ALargeFileComesBackWhole) {
+    const std::string large(5'000'000, 'x');
+    home.makeFolder("Vorn Tandril");
+    files.replace(kStore, large, Durability::Durable);
+    files.append(kStore, large);
+    EXPECT_TRUE(files.read(kStore) == large + large);
+}
+
+}  // namespace
+}  // namespace tandril::platform
