@@ -1,5 +1,7 @@
 #include "component/masterdata_calls.h"
 
+#include <optional>
+
 #include "component/paths.h"
 #include "masterdata/archive.h"
 #include "masterdata/listing.h"
@@ -61,15 +63,29 @@ class LookUp final : public forms::MasterDataLookUp {
         if (call_.module().connection) {
             return *call_.module().connection;
         }
+        if (refusal_) {
+            throw Fault(*refusal_);
+        }
         if (!own_) {
-            own_ = connect(call_);
+            own_ = connectOnce();
         }
         return *own_;
+    }
+
+    // A database that refuses to open is asked once, however many records a call checks.
+    std::unique_ptr<platform::Connection> connectOnce() {
+        try {
+            return connect(call_);
+        } catch (const Fault& refusal) {
+            refusal_ = refusal.what();
+            throw;
+        }
     }
 
     Call& call_;
     bool hasDatabase_;
     std::unique_ptr<platform::Connection> own_;
+    std::optional<std::string> refusal_;  // why it could not be opened
 };
 
 }  // namespace
