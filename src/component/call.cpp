@@ -135,23 +135,18 @@ std::string Call::xmlLine(std::string_view xml) {
     return "iXml =   " + std::string(xml);
 }
 
-void Call::saveStore() {
-    if (hasLoadedStore_ && module_.lastStore && module_.lastStore->isChanged()) {
-        xml::save(module_.lastStore->document(), files(), paths::store,
-                  platform::Durability::Durable);
-    }
+// The content that the file is to get; nothing when it is to stay as it is.
+std::optional<std::string> Call::newStore() const {
+    const bool isChanged = hasLoadedStore_ && module_.lastStore && module_.lastStore->isChanged();
+    return isChanged ? std::optional(module_.lastStore->document().bytes()) : std::nullopt;
 }
 
-void Call::saveReport() {
-    if (!report_) {
-        return;
+std::optional<std::string> Call::newReport() {
+    if (report_ && report_->isChanged()) {
+        return report_->document().bytes();
     }
-    if (report_->isChanged()) {
-        xml::save(report_->document(), files(), paths::report, platform::Durability::Durable);
-    } else if (!adoptedText_.empty()) {
-        files().replace(paths::report, xml::encodeAsDeclared(std::move(adoptedText_)),
-                        platform::Durability::Durable);
-    }
+    return adoptedText_.empty() ? std::nullopt
+                                : std::optional(xml::encodeAsDeclared(std::move(adoptedText_)));
 }
 
 // Copies come first: no record leaves the store before its copy is safe. What could not be saved
@@ -162,8 +157,16 @@ void Call::save() {
     }
     hasSaved_ = true;
     saveCopies();
-    saveStore();
-    saveReport();
+    const std::optional<std::string> store = newStore();
+    const std::optional<std::string> report = newReport();
+    std::vector<platform::NewContent> changed;
+    if (store) {
+        changed.push_back({paths::store, *store});
+    }
+    if (report) {
+        changed.push_back({paths::report, *report});
+    }
+    files().replaceTogether(changed);
 }
 
 void Call::finish() {

@@ -76,8 +76,8 @@ class Call {
 
   private:
     void save();
-    void saveStore();
-    void saveReport();
+    std::optional<std::string> newStore() const;
+    std::optional<std::string> newReport();
     void loadCopies();
 
     Module& module_;

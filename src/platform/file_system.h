@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,6 +11,12 @@ namespace tandril::platform {
 enum class Durability {
     Relaxed,  // atomic, but the last write may be lost when the machine loses power
     Durable,  // on the disk, the folder entry included
+};
+
+// What a file is to hold.
+struct NewContent {
+    std::string_view path;
+    std::string_view bytes;
 };
 
 // The files of the machine, addressed by the system's own paths ("C:\Vorn Tandril\log.txt",
@@ -38,6 +45,11 @@ class FileSystem {
     // a kill or a full disk the file is the old one or the new one, never a mixture. On a fault the
     // old file is as it was and no temporary file stays behind.
     virtual void replace(std::string_view path, std::string_view bytes, Durability durability) = 0;
+
+    // Replaces several files durably. All are written before the first one takes its place, in
+    // their order: what keeps one from being written, such as a full disk, changes none of them.
+    // Only a crash in the very moment of the change can leave the first ones new and the rest old.
+    virtual void replaceTogether(std::span<const NewContent> files) = 0;
 
     // Adds `bytes` at the end of an existing file; a missing file is a fault. On a fault the file
     // is as long as it was.

@@ -45,6 +45,8 @@ TYPED_TEST_SUITE(FileSystemTest, Machines);
 
 constexpr std::string_view kLog = "C:\\Vorn Tandril\\log.txt";
 
+constexpr std::string_view kStore = "C:\\Vorn Tandril\\Harbrook.xml";
+
 // Paths that might lead out of drive "C:", or that are none.
 const char* const kStrayPaths[] = {
     "C:\\..\\x",
@@ -68,6 +70,22 @@ TYPED_TEST(FileSystemTest, OnlyDriveCExists) {
     EXPECT_FALSE(this->files().driveExists("D:"));
     EXPECT_FALSE(this->files().driveExists("C:\\Vorn Tandril"));
     EXPECT_FALSE(this->files().driveExists(""));
+}
+
+TYPED_TEST(FileSystemTest, ReplacesFilesTogether) {
+    this->write(kLog, "old log");
+    const platform::NewContent both[] = {{kLog, "new log"}, {kStore, "new store"}};
+    this->files().replaceTogether(both);
+    EXPECT_EQ(this->files().read(kLog), "new log");
+    EXPECT_EQ(this->files().read(kStore), "new store");
+    this->files().replaceTogether({});
+}
+
+TYPED_TEST(FileSystemTest, ReplacesNoFileWhenOneCannotBe) {
+    this->write(kLog, "old log");
+    const platform::NewContent both[] = {{kLog, "new log"}, {"C:\\Vorn Tandril\\MasterData", "x"}};
+    EXPECT_THROW(this->files().replaceTogether(both), Fault);
+    EXPECT_EQ(this->files().read(kLog), "old log");
 }
 
 TYPED_TEST(FileSystemTest, TellsFilesFromFolders) {

@@ -30,6 +30,13 @@ void FaultyFiles::replace(std::string_view path, std::string_view bytes,
     FilesWrapper::replace(path, bytes, durability);
 }
 
+void FaultyFiles::replaceTogether(std::span<const platform::NewContent> files) {
+    for ([[maybe_unused]] const platform::NewContent& file : files) {
+        pass(FileOperation::Replace);
+    }
+    FilesWrapper::replaceTogether(files);
+}
+
 void FaultyFiles::append(std::string_view path, std::string_view bytes) {
     pass(FileOperation::Append);
     FilesWrapper::append(path, bytes);

@@ -24,6 +24,9 @@ class FilesWrapper : public platform::FileSystem {
                  platform::Durability durability) override {
         target_.replace(path, bytes, durability);
     }
+    void replaceTogether(std::span<const platform::NewContent> files) override {
+        target_.replaceTogether(files);
+    }
     void append(std::string_view path, std::string_view bytes) override {
         target_.append(path, bytes);
     }
@@ -59,6 +62,8 @@ class FaultyFiles : public FilesWrapper {
     std::string read(std::string_view path) const override;
     void replace(std::string_view path, std::string_view bytes,
                  platform::Durability durability) override;
+    // Counts as a Replace of each file.
+    void replaceTogether(std::span<const platform::NewContent> files) override;
     void append(std::string_view path, std::string_view bytes) override;
     void rename(std::string_view from, std::string_view to) override;
     std::vector<std::string> fileNames(std::string_view folder) const override;

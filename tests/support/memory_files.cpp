@@ -67,6 +67,18 @@ void MemoryFiles::replace(std::string_view path, std::string_view bytes,
     files_[whole] = bytes;
 }
 
+void MemoryFiles::replaceTogether(std::span<const platform::NewContent> files) {
+    const std::map<std::string, std::string> before = files_;
+    try {
+        for (const platform::NewContent& file : files) {
+            replace(file.path, file.bytes, platform::Durability::Durable);
+        }
+    } catch (const Fault&) {
+        files_ = before;
+        throw;
+    }
+}
+
 void MemoryFiles::append(std::string_view path, std::string_view bytes) {
     calls_.push_back({FileOperation::Append, std::string(path)});
     files_.at(require(path)) += bytes;

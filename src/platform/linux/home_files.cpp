@@ -73,6 +73,14 @@ void HomeFiles::replace(std::string_view path, std::string_view bytes, Durabilit
     replaceFile(requirePath("write", path), path, bytes, durability);
 }
 
+void HomeFiles::replaceTogether(std::span<const NewContent> files) {
+    std::vector<Replacement> replacements;
+    for (const NewContent& file : files) {
+        replacements.push_back({requirePath("write", file.path), file.path, file.bytes});
+    }
+    replaceFiles(replacements);
+}
+
 void HomeFiles::append(std::string_view path, std::string_view bytes) {
     appendFile(requirePath("append to", path), path, bytes);
 }

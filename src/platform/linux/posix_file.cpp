@@ -6,9 +6,12 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <memory>
+#include <optional>
 #include <random>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 #include "platform/fault.h"
 
@@ -126,6 +129,33 @@ mode_t permissionsToKeep(int folder, const std::string& name, const Attempt& att
     return status.st_mode & 07777;
 }
 
+// A replacement in the making: written beside the file, then put in its place.
+class Replacing {
+  public:
+    Replacing(const Replacement& file, Durability durability)
+        : attempt_{"write", file.shown},
+          name_(file.path.substr(file.path.rfind('/') + 1)),
+          folder_(::open(file.path.substr(0, file.path.rfind('/') + 1).c_str(),
+                         O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+        if (!folder_.valid()) attempt_.fail(errno);
+        const mode_t kept = permissionsToKeep(folder_.get(), name_, attempt_);
+        temporary_.emplace(folder_.get(), 0666, attempt_);
+        if (kept != 0 && ::fchmod(temporary_->descriptor(), kept) != 0) attempt_.fail(errno);
+        temporary_->write(file.bytes, durability);
+    }
+
+    void takePlace() { temporary_->renameTo(name_); }
+    void sync(Durability durability) const {
+        if (durability == Durability::Durable) syncFolder(folder_.get(), attempt_);
+    }
+
+  private:
+    Attempt attempt_;
+    std::string name_;
+    Descriptor folder_;
+    std::optional<TemporaryFile> temporary_;
+};
+
 }  // namespace
 
 void throwSystemFault(std::string_view what, std::string_view shown, int error) {
@@ -151,19 +181,18 @@ std::string readFile(const std::string& path, std::string_view shown) {
 
 void replaceFile(const std::string& path, std::string_view shown, std::string_view bytes,
                  Durability durability) {
-    const Attempt attempt{"write", shown};
-    const std::size_t slash = path.rfind('/');
-    const std::string name = path.substr(slash + 1);
-    const Descriptor folder(
-        ::open(path.substr(0, slash + 1).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!folder.valid()) attempt.fail(errno);
+    Replacing file({path, shown, bytes}, durability);
+    file.takePlace();
+    file.sync(durability);
+}
 
-    const mode_t kept = permissionsToKeep(folder.get(), name, attempt);
-    TemporaryFile temporary(folder.get(), 0666, attempt);
-    if (kept != 0 && ::fchmod(temporary.descriptor(), kept) != 0) attempt.fail(errno);
-    temporary.write(bytes, durability);
-    temporary.renameTo(name);
-    if (durability == Durability::Durable) syncFolder(folder.get(), attempt);
+void replaceFiles(std::span<const Replacement> files) {
+    std::vector<std::unique_ptr<Replacing>> written;
+    for (const Replacement& file : files) {
+        written.push_back(std::make_unique<Replacing>(file, Durability::Durable));
+    }
+    for (const auto& file : written) file->takePlace();
+    for (const auto& file : written) file->sync(Durability::Durable);
 }
 
 void appendFile(const std::string& path, std::string_view shown, std::string_view bytes) {
