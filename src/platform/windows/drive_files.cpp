@@ -113,6 +113,14 @@ void DriveFiles::replace(std::string_view path, std::string_view bytes, Durabili
     replaceFile(requirePath("write", path), path, bytes, durability);
 }
 
+void DriveFiles::replaceTogether(std::span<const NewContent> files) {
+    std::vector<Replacement> replacements;
+    for (const NewContent& file : files) {
+        replacements.push_back({requirePath("write", file.path), file.path, file.bytes});
+    }
+    replaceFiles(replacements);
+}
+
 void DriveFiles::append(std::string_view path, std::string_view bytes) {
     appendFile(requirePath("append to", path), path, bytes);
 }

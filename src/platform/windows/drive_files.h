@@ -23,6 +23,7 @@ class DriveFiles final : public FileSystem {
     void createFolder(std::string_view path) override;
     std::string read(std::string_view path) const override;
     void replace(std::string_view path, std::string_view bytes, Durability durability) override;
+    void replaceTogether(std::span<const NewContent> files) override;
     void append(std::string_view path, std::string_view bytes) override;
     void rename(std::string_view from, std::string_view to) override;
     std::vector<std::string> fileNames(std::string_view folder) const override;

@@ -4,8 +4,11 @@
 
 #include <algorithm>
 #include <cwchar>
+#include <memory>
+#include <optional>
 #include <random>
 #include <utility>
+#include <vector>
 
 #include "platform/windows/system_fault.h"
 
@@ -126,6 +129,24 @@ void requireReplaceable(const std::wstring& path, const Attempt& attempt) {
     if ((attributes & kProtected) != 0) attempt.fail(ERROR_ACCESS_DENIED);
 }
 
+// A replacement in the making: written beside the file, then put in its place.
+class Replacing {
+  public:
+    Replacing(const Replacement& file, Durability durability)
+        : attempt_{"write", file.shown}, path_(file.path) {
+        requireReplaceable(path_, attempt_);
+        temporary_.emplace(path_.substr(0, path_.rfind(L'\\') + 1), durability, attempt_);
+        temporary_->write(file.bytes);
+    }
+
+    void takePlace() { temporary_->renameTo(path_); }
+
+  private:
+    Attempt attempt_;
+    std::wstring path_;
+    std::optional<TemporaryFile> temporary_;
+};
+
 }  // namespace
 
 std::string readFile(const std::wstring& path, std::string_view shown) {
@@ -149,11 +170,15 @@ std::string readFile(const std::wstring& path, std::string_view shown) {
 
 void replaceFile(const std::wstring& path, std::string_view shown, std::string_view bytes,
                  Durability durability) {
-    const Attempt attempt{"write", shown};
-    requireReplaceable(path, attempt);
-    TemporaryFile temporary(path.substr(0, path.rfind(L'\\') + 1), durability, attempt);
-    temporary.write(bytes);
-    temporary.renameTo(path);
+    Replacing({path, shown, bytes}, durability).takePlace();
+}
+
+void replaceFiles(std::span<const Replacement> files) {
+    std::vector<std::unique_ptr<Replacing>> written;
+    for (const Replacement& file : files) {
+        written.push_back(std::make_unique<Replacing>(file, Durability::Durable));
+    }
+    for (const auto& file : written) file->takePlace();
 }
 
 void appendFile(const std::wstring& path, std::string_view shown, std::string_view bytes) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -16,6 +17,16 @@ std::string readFile(const std::wstring& path, std::string_view shown);
 // refuses one that is write-protected.
 void replaceFile(const std::wstring& path, std::string_view shown, std::string_view bytes,
                  Durability durability);
+
+// A file to replace, by the name that the system knows it by and the one that its users do.
+struct Replacement {
+    std::wstring path;
+    std::string_view shown;
+    std::string_view bytes;
+};
+
+// Replaces files durably (see FileSystem::replaceTogether).
+void replaceFiles(std::span<const Replacement> files);
 
 // Adds to the end of an existing file (see FileSystem::append).
 void appendFile(const std::wstring& path, std::string_view shown, std::string_view bytes);
