@@ -8,7 +8,7 @@
 #include <filesystem>
 
 #include "platform/fault.h"
-#include "platform/linux/child_process.h"
+#include "support/child_process.h"
 #include "support/temporary_home.h"
 
 namespace tandril::platform {

@@ -5,7 +5,7 @@
 #include <sys/stat.h>
 
 #include "platform/fault.h"
-#include "platform/linux/child_process.h"
+#include "support/child_process.h"
 #include "support/temporary_home.h"
 
 namespace tandril::platform {

@@ -1,4 +1,4 @@
-#include "platform/linux/child_process.h"
+#include "support/child_process.h"
 
 #include <sys/resource.h>
 #include <sys/wait.h>
