@@ -1,4 +1,4 @@
-/* Dialogs: one that asks before something is lost, and the frame of the master-data window. */
+/* Dialogs: one that asks before something is lost, the keyboard inside of windows, and texts given away as files. */
 (function (root) {
   'use strict';
 
@@ -53,5 +53,19 @@
     no.focus();
   }
 
-  Tandril.dialog = { hold: hold, ask: ask };
+  /** Gives the engineer a text as a file of that name. */
+  function saveText(name, words) {
+    var file = new root.Blob([words], { type: 'text/xml' });
+    if (root.navigator.msSaveOrOpenBlob) {
+      root.navigator.msSaveOrOpenBlob(file, name);
+      return;
+    }
+    var link = dom.make('a', { href: root.URL.createObjectURL(file), download: name, hidden: true });
+    document.body.appendChild(link);
+    link.click();
+    document.body.removeChild(link);
+    root.setTimeout(function () { root.URL.revokeObjectURL(link.href); }, 60000);
+  }
+
+  Tandril.dialog = { hold: hold, ask: ask, saveText: saveText };
 }(window));

@@ -53,13 +53,21 @@
     return number;
   }
 
+  /* Hour registrations go along with every upload, and every group at least as an empty element. */
+  var REGISTRATIONS = 'ccsocservchra';
+  var GROUP_SIZE = 100;
+
+  function sizeOf(node) {
+    return node ? new root.XMLSerializer().serializeToString(node).length : 0;
+  }
+
   function describe(section, group, record) {
     var isOrder = section.nodeName === SECTIONS.order;
     return {
+      section: section.nodeName,
       key: isOrder ? keyOf(record.getAttribute('ServiceOrder')) : keyOf(group.getAttribute('ID'),
         record.getAttribute('Activity') || group.getAttribute('Activity'), record.getAttribute('LineNumber'), COST_TYPES[section.nodeName]),
-      state: record.getAttribute('State'),
-      digest: digest(record)
+      element: record
     };
   }
 
@@ -82,6 +90,25 @@
     return found;
   }
 
+  function withState(attributes, state) {
+    if (state) { attributes.State = state; }
+    return attributes;
+  }
+
+  /** One record in its section and group; `content` is the XML of its fields. */
+  function inSection(section, key, state, content) {
+    var record;
+    if (section === SECTIONS.order) {
+      record = element('record', withState({ ServiceOrder: key.order }, state), content);
+    } else if (section === SECTIONS.activity) {
+      record = element('ServiceOrder', { ID: key.order }, element('record', withState({ Activity: key.activity }, state), content));
+    } else {
+      record = element('ServiceOrder', { ID: key.order, Activity: key.activity },
+        element('record', withState({ LineNumber: key.line }, state), content));
+    }
+    return element(section, {}, record);
+  }
+
   function parse(xml) {
     return new root.DOMParser().parseFromString(xml, 'text/xml');
   }
@@ -96,7 +123,7 @@
 
     /** How many records of a store are new or changed, but for those that the server has confirmed as they are. */
     countWaiting: function (xml, confirmed) {
-      return changedRecords(xml).filter(function (record) { return confirmed[record.key] !== record.digest; }).length;
+      return changedRecords(xml).filter(function (record) { return confirmed[record.key] !== digest(record.element); }).length;
     },
 
     /**
@@ -106,7 +133,7 @@
     confirmed: function (store, report) {
       var settled = {};
       var digests = {};
-      changedRecords(store).forEach(function (record) { digests[record.key] = record.digest; });
+      changedRecords(store).forEach(function (record) { digests[record.key] = digest(record.element); });
       Array.prototype.forEach.call(parse(report).getElementsByTagName('*'), function (entry) {
         if (entry.getAttribute('Status') !== 'Completed') { return; }
         var key = keyOf(entry.getAttribute('Order'), entry.getAttribute('Activity'), entry.getAttribute('CostLine'), entry.getAttribute('CostType'));
@@ -115,19 +142,39 @@
       return settled;
     },
 
+    /** About how many characters of the browser's storage the upload of a store's changes takes. */
+    sizeOfUpload: function (xml) {
+      var document = parse(xml);
+      var registrations = document.getElementsByTagName(REGISTRATIONS)[0];
+      return changedRecords(xml).reduce(function (size, record) {
+        return size + sizeOf(record.element);
+      }, sizeOf(registrations) + GROUP_SIZE * document.getElementsByTagName('ServiceOrder').length);
+    },
+
+    /** A report that refuses all records of an upload for one reason; "" when it holds none. */
+    refusal: function (upload, reason, id) {
+      var entries = changedRecords(upload).map(function (record) {
+        var parts = record.key.split('\n');
+        return element('Record', {
+          Status: 'Error', Order: parts[0], Activity: parts[1], CostLine: parts[2], CostType: parts[3], Description: reason
+        }, '');
+      });
+      return entries.length ? element('UploadReport', {}, element('File', { ID: id }, entries.join(''))) : '';
+    },
+
+    /** The document that edits no field of an upload's records, so that the component marks them as changed again. */
+    again: function (upload) {
+      return element('harbrook', {}, changedRecords(upload).map(function (record) {
+        var parts = record.key.split('\n');
+        return inSection(record.section, { order: parts[0], activity: parts[1], line: parts[2] }, '', '');
+      }).join(''));
+    },
+
     /** The document with one record. key: {order, activity, line}; fields: [{name, value}]. */
     xml: function (kind, key, fields, isNew) {
       var ordered = isNew ? withStatusFirst(kind, fields) : fields;
       var content = ordered.map(function (field) { return element(field.name, {}, escape(field.value)); }).join('');
-      var own = kind === 'order' ? { ServiceOrder: key.order }
-        : kind === 'activity' ? { Activity: key.activity } : { LineNumber: key.line };
-      if (isNew) { own.State = 'N'; }
-      var record = element('record', own, content);
-      if (kind === 'activity') { record = element('ServiceOrder', { ID: key.order }, record); }
-      if (kind !== 'order' && kind !== 'activity') {
-        record = element('ServiceOrder', { ID: key.order, Activity: key.activity }, record);
-      }
-      return element('harbrook', {}, element(SECTIONS[kind], {}, record));
+      return element('harbrook', {}, inSection(SECTIONS[kind], key, isNew ? 'N' : '', content));
     }
   };
 }(typeof window === 'undefined' ? global : window));

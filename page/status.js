@@ -47,7 +47,10 @@
     page.quietly('GetMailContent', ['Harbrook'], function (xml) {
       var waiting = xml ? Tandril.records.countWaiting(xml, journal.confirmed()) : 0;
       var words = [age(journal.lastSuccess()), waiting ? text('syncWaiting', waiting) : text('syncNoneWaiting')];
-      if (journal.upload()) { words.push(text('syncUnanswered')); }
+      var upload = journal.upload();
+      if (upload) { words.push(text(upload.state === 'refused' ? 'syncUploadRefused' : 'syncUnanswered')); }
+      if (!journal.isKept()) { words.push(text('syncUnkept')); }
+      if (!journal.hasRoom(0)) { words.push(text('noStorage')); }
       dom.append(dom.empty(document.getElementById('syncState')), words.join(' \u00b7 '));
     });
   }
@@ -67,7 +70,7 @@
     this.steps = dom.make('ol', { 'class': 'steps', 'aria-live': 'polite' }, STEPS.map(makeStep));
     this.button = dom.make('button', { type: 'button', onclick: function () { self.press(); } }, text('no'));
     this.box = dom.make('div', { 'class': 'question', role: 'dialog', 'aria-modal': 'true', 'aria-labelledby': 'syncTitle' }, [
-      dom.make('h2', { id: 'syncTitle' }, text('synchronise')), this.steps, dom.make('div', { 'class': 'bar' }, this.button)
+      dom.make('h2', { id: 'syncTitle' }, text('synchronise')), this.steps, this.bar = dom.make('div', { 'class': 'bar' }, this.button)
     ]);
     this.shade = dom.make('div', { 'class': 'shade' }, this.box);
     this.before = document.activeElement;
@@ -99,8 +102,43 @@
     dom.append(dom.empty(row.querySelector('.said')), text('syncBytes', Math.ceil(loaded / 1024)));
   };
 
+  /** Ends a step with a question. The first choice changes nothing, so Escape takes it, too. */
+  Window.prototype.choose = function (name, words, choices) {
+    var self = this;
+    this.step(name, 'failed', words);
+    this.safe = function () { self.chosen(choices[0]); };
+    var buttons = choices.map(function (choice) {
+      return dom.make('button', { type: 'button', 'class': choice.confirm ? 'danger' : null, onclick: function () { self.pick(choice); } },
+        choice.label);
+    });
+    dom.append(dom.empty(this.bar), buttons);
+    buttons[0].focus();
+  };
+
+  Window.prototype.pick = function (choice) {
+    var self = this;
+    if (choice.stays) {
+      choice.run();
+    } else if (choice.confirm) {
+      Tandril.dialog.ask(choice.confirm, function () { self.chosen(choice); });
+    } else {
+      this.chosen(choice);
+    }
+  };
+
+  Window.prototype.chosen = function (choice) {
+    this.safe = null;
+    dom.append(dom.empty(this.bar), this.button);
+    this.button.focus();
+    choice.run();
+  };
+
   /** A press cancels what runs, and closes the window once nothing does. */
   Window.prototype.press = function () {
+    if (this.safe) {
+      this.safe();
+      return;
+    }
     if (!this.ended) {
       this.sync.cancel();
       return;

@@ -3,7 +3,8 @@
  * in this order. A step that fails ends it; what was done before stays, and nothing of the day's work is lost.
  *
  * The view it reports to: step(name, state, text) with the states "running", "done", "skipped" and "failed";
- * progress(name, loaded, total); end(succeeded).
+ * progress(name, loaded, total); choose(name, text, choices) with [{label, run, confirm, stays}], the one that changes
+ * nothing first; end(succeeded).
  */
 (function (root) {
   'use strict';
@@ -13,6 +14,13 @@
   var text = function () { return Tandril.text.apply(null, arguments); };
 
   var NOT_THERE = [0, 502, 503, 504];
+
+  /* Answers that the same bytes get again. Others pass with time, with a new sign-in or with a corrected address. */
+  var FINAL = [400, 409, 410, 413, 414, 415, 422];
+
+  /* What the storage needs beside an upload: its quotes with a sign before them, and the server's report. */
+  var GROWTH = 1.25;
+  var REPORT_ROOM = 20000;
 
   function Sync(view) {
     this.view = view;
@@ -52,8 +60,8 @@
     });
   };
 
-  /** Asks the server; done(text of the answer). Everything but a 200 ends the step in plain words. */
-  Sync.prototype.ask = function (step, verb, path, body, done) {
+  /** Asks the server; done(text of the answer). Everything but a 200, or what `refused` takes, ends the step in plain words. */
+  Sync.prototype.ask = function (step, verb, path, body, done, refused) {
     var self = this;
     this.view.step(step, 'running', '');
     this.request = Tandril.transport.enterprise(verb, path, body, function (reply) {
@@ -62,6 +70,8 @@
         done.call(self, reply.text);
       } else if (self.cancelled) {
         self.fail(step, text('syncCancelled'));
+      } else if (refused && FINAL.indexOf(reply.status) >= 0) {
+        refused.call(self, text('syncServerSaid', reply.status, firstLine(reply.text)));
       } else {
         self.fail(step, NOT_THERE.indexOf(reply.status) >= 0 ? text(step === 'send' ? 'syncNotSent' : 'syncNoServer')
           : text('syncServerSaid', reply.status, firstLine(reply.text)));
@@ -87,16 +97,36 @@
     } else if (upload) {
       this.post(upload);
     } else {
-      this.prepare();
+      this.findRoom();
     }
+  };
+
+  /* The component marks the records as sent when it makes the upload, so there must be room for it before. */
+  Sync.prototype.findRoom = function () {
+    this.call('send', 'GetMailContent', ['Harbrook'], function (store) {
+      var size = store ? Tandril.records.sizeOfUpload(store) : 0;
+      if (journal.hasRoom(size * GROWTH + REPORT_ROOM)) {
+        this.prepare();
+      } else {
+        this.askUnkept(this.prepare, function () { this.fail('send', text('syncNothingDone')); });
+      }
+    });
+  };
+
+  Sync.prototype.askUnkept = function (sendAnyway, leave) {
+    this.view.choose('send', text('syncNoRoom'), [
+      { label: text('syncDoNotSend'), run: leave.bind(this) },
+      { label: text('syncSendAnyway'), run: function () {
+        this.isUnkeptAllowed = true;
+        this.goOn('send', sendAnyway);
+      }.bind(this) }
+    ]);
   };
 
   Sync.prototype.prepare = function () {
     this.call('send', 'CreateXMLStringForUpdate', [], function (xml) {
       if (xml) {
-        var upload = { state: 'prepared', text: xml, time: Date.now() };
-        journal.keepUpload(upload);
-        this.post(upload);
+        this.keep({ state: 'prepared', text: xml, time: Date.now() });
         return;
       }
       this.call('send', 'Get_Error', [], function (error) {
@@ -108,6 +138,23 @@
         this.view.step('report', 'skipped', '');
         this.goOn('download', this.download);
       });
+    });
+  };
+
+  /** Keeps a new upload and sends it; when there is no room after all, the engineer decides, unless he already has. */
+  Sync.prototype.keep = function (upload) {
+    if (journal.keepUpload(upload) || this.isUnkeptAllowed) {
+      this.post(upload);
+      return;
+    }
+    this.askUnkept(function () { this.post(upload); }, function () { this.takeBack(upload); });
+  };
+
+  /** Marks the records of an upload that never left as changed again. */
+  Sync.prototype.takeBack = function (upload) {
+    this.call('send', 'updatexml', [Tandril.records.again(upload.text)], function (error) {
+      if (!error) { journal.settleUpload(); }
+      this.fail('send', error || text('syncNothingDone'));
     });
   };
 
@@ -124,7 +171,42 @@
       journal.keepUpload(upload);
       this.view.step('send', 'done', text('syncSent', Tandril.records.countChanged(upload.text)));
       this.store(upload);
-    });
+    }, function (reason) { this.refuse(upload, reason); });
+  };
+
+  /* ---- an upload that the server refuses as a whole ---- */
+
+  /** Lets the engineer keep the upload for another try or drop it; until then nothing new can be sent. */
+  Sync.prototype.refuse = function (upload, reason) {
+    upload.state = 'refused';
+    upload.reason = reason;
+    journal.keepUpload(upload);
+    var self = this;
+    this.view.choose('send', reason + ' ' + text('syncRefused'), [
+      { label: text('syncKeep'), run: function () { self.fail('send', reason + ' ' + text('syncRefusedKept')); } },
+      { label: text('syncSaveCopy'), stays: true, run: function () { Tandril.dialog.saveText('upload.xml', upload.text); } },
+      {
+        label: text('syncDrop'), run: function () { self.drop(upload); },
+        confirm: { title: text('confirmDrop'), text: text('confirmDropText'), yes: text('syncDrop'), danger: true }
+      }
+    ]);
+  };
+
+  /**
+   * Settles a refused upload like an answered one, with a report that refuses each of its records: they stay as they are,
+   * stand among the refused records, and go out again once they are saved.
+   */
+  Sync.prototype.drop = function (upload) {
+    var kept = journal.lock() && journal.upload();
+    if (!kept || kept.text !== upload.text || kept.state !== 'refused') {
+      this.fail('send', text('syncElsewhere'));
+      return;
+    }
+    upload.state = 'answered';
+    upload.report = Tandril.records.refusal(upload.text, upload.reason, 'page-' + upload.time);
+    journal.keepUpload(upload);
+    this.view.step('send', 'done', text('syncDropped'));
+    this.store(upload);
   };
 
   /* A page of a proxy with status 200 is no report. */
@@ -140,6 +222,11 @@
   /** Stores the report. A damaged stored report is put aside by the first try, so there is a second. */
   Sync.prototype.store = function (upload, isSecond) {
     this.view.step('report', 'running', '');
+    if (!upload.report) {
+      journal.settleUpload();
+      this.settle('<none/>');
+      return;
+    }
     this.call('report', 'DownloadErrors', [upload.report], function (error) {
       if (error && !isSecond) {
         this.store(upload, true);

@@ -2,6 +2,7 @@
 
 const { test, before, after } = require('node:test');
 const assert = require('node:assert/strict');
+const fs = require('node:fs');
 const { launch, openPage } = require('./support/browser');
 const { startMockHost } = require('./support/mock_host');
 
@@ -111,10 +112,145 @@ test('AFailedDownloadLeavesTheSentWorkSent', () => withPage({}, { ...SERVER, ord
   assert.deepEqual(syncCalls(host).map((call) => call.method), ['CreateXMLStringForUpdate', 'DownloadErrors']);
 }));
 
-test('ARefusedUploadSaysWhatTheServerSaid', () => withPage({}, { ...SERVER, upload: { status: 400, text: 'not a document of orders' } }, async (page) => {
-  assert.equal((await synchronise(page))[0], 'failed');
-  assert.match(await page.textContent('[data-step=send]'), /status 400: not a document of orders/);
+/* One record of each section, as an upload holds them; the hour registration has neither order nor activity. */
+const WHOLE = '<harbrook><ccsocservcordr><record ServiceOrder="A1" State="M"><F>1</F></record></ccsocservcordr>' +
+  '<ccsocservcactv><ServiceOrder ID="A1"><record Activity="10" State="N"><F>2</F></record></ServiceOrder></ccsocservcactv>' +
+  '<ccsocservcmatl><ServiceOrder ID="A1" Activity="10"><record LineNumber="_1" State="N"><F>3</F></record></ServiceOrder></ccsocservcmatl>' +
+  '<ccsocservclabr><ServiceOrder ID="" Activity=""><record LineNumber="_2" State="N"><F>4</F></record></ServiceOrder></ccsocservclabr>' +
+  '<ccsocservcothr/><ccsocservchra/></harbrook>';
+const REFUSAL = { status: 400, text: 'not a document of "orders"' };
+
+async function meetRefusal(page) {
+  await page.click('#sync');
+  await page.waitForSelector('.shade .bar .danger');
+  assert.equal(await page.getAttribute('[data-step=send]', 'data-state'), 'failed');
+  assert.match(await page.textContent('[data-step=send]'), /status 400: not a document of "orders" The server will refuse the same upload again/);
+}
+
+test('ARefusedUploadThatIsKeptGoesOutAgain', () => {
+  let answer = REFUSAL;
+  return withPage({}, { ...SERVER, upload: () => answer }, async (page, host) => {
+    await meetRefusal(page);
+    await page.keyboard.press('Escape');
+    await page.waitForSelector('[data-result=bad]');
+    await close(page);
+    assert.match(await page.textContent('#syncState'), /one upload was refused/);
+    assert.equal((await journal(page)).text, UPLOAD);
+    answer = REPORT;
+    assert.deepEqual(await synchronise(page), ['done', 'done', 'done', 'done']);
+    assert.equal(host.fetched.filter((path) => path === '/enterprise/upload').length, 2);
+    assert.equal(await journal(page), null);
+  });
+});
+
+test('ARefusedUploadCanBeSavedAndDropped', () => withPage({ CreateXMLStringForUpdate: WHOLE }, { ...SERVER, upload: REFUSAL }, async (page, host) => {
+  await meetRefusal(page);
+  const [copy] = await Promise.all([page.waitForEvent('download'), page.click('.shade .bar button:nth-child(2)')]);
+  assert.equal(copy.suggestedFilename(), 'upload.xml');
+  assert.equal(fs.readFileSync(await copy.path(), 'utf8'), WHOLE);
+  await page.click('.shade .bar .danger');
+  await page.click('[role=alertdialog] button:not(.danger)');
+  assert.equal((await journal(page)).text, WHOLE);
+  await page.click('.shade .bar .danger');
+  await page.click('[role=alertdialog] .danger');
+  await page.waitForSelector('[data-result=good]');
+  assert.deepEqual(await states(page), ['done', 'done', 'done', 'done']);
+  assert.match(await page.textContent('[data-step=report]'), /0 accepted, 4 refused/);
+  const said = 'The enterprise server answered with status 400: not a document of &quot;orders&quot;';
+  const entry = (order, activity, line, type) => `<Record Status="Error" Order="${order}" Activity="${activity}" CostLine="${line}" ` +
+    `CostType="${type}" Description="${said}"></Record>`;
+  const report = host.calls.find((call) => call.method === 'DownloadErrors').args[0];
+  assert.equal(report.replace(/ID="page-\d+"/, 'ID="page"'), '<UploadReport><File ID="page">' + entry('A1', '', '', '') + entry('A1', '10', '', '') +
+    entry('A1', '10', '_1', 'Material') + entry('', '', '_2', 'Labor') + '</File></UploadReport>');
+  assert.equal(await journal(page), null);
 }));
+
+for (const status of [401, 403, 404, 500]) {
+  test(`AnAnswer${status}MayPassAndIsNotFinal`, () => withPage({}, { ...SERVER, upload: { status, text: 'no' } }, async (page) => {
+    assert.equal((await synchronise(page))[0], 'failed');
+    assert.equal(await page.$('.shade .bar .danger'), null);
+    assert.equal((await journal(page)).state, 'sent');
+  }));
+}
+
+test('AnUploadThatAnotherWindowSettledIsNotDropped', () => withPage({}, { ...SERVER, upload: REFUSAL }, async (page, host) => {
+  await meetRefusal(page);
+  await page.evaluate(() => localStorage.removeItem('tandril.upload'));
+  await page.click('.shade .bar .danger');
+  await page.click('[role=alertdialog] .danger');
+  await page.waitForSelector('[data-result=bad]');
+  assert.equal(host.calls.some((call) => call.method === 'DownloadErrors'), false);
+}));
+
+/* A browser whose storage is full, but for short texts. */
+function fillStorage() {
+  const put = Storage.prototype.setItem;
+  Storage.prototype.setItem = function setItem(key, value) {
+    if (value.length > 1000) { throw new DOMException('full', 'QuotaExceededError'); }
+    put.call(this, key, value);
+  };
+}
+
+/* A browser that takes a text of x but no upload, as when another page has filled the storage just now. */
+function refuseUploads() {
+  const put = Storage.prototype.setItem;
+  Storage.prototype.setItem = function setItem(key, value) {
+    if (key === 'tandril.upload') { throw new DOMException('full', 'QuotaExceededError'); }
+    put.call(this, key, value);
+  };
+}
+
+test('WithoutRoomNothingIsSentUnasked', () => withPage({ CreateXMLStringForUpdate: WHOLE }, SERVER, async (page, host) => {
+  await page.evaluate(fillStorage);
+  await page.click('#sync');
+  await page.waitForSelector('.shade .bar button:nth-child(2)');
+  assert.match(await page.textContent('[data-step=send]'), /no room/);
+  await page.keyboard.press('Escape');
+  await page.waitForSelector('[data-result=bad]');
+  assert.deepEqual(syncCalls(host), []);
+  assert.deepEqual(host.fetched, []);
+}));
+
+test('WithoutRoomTheEngineersWordSends', () => withPage({}, SERVER, async (page, host) => {
+  await page.evaluate(fillStorage);
+  await page.click('#sync');
+  await page.click('.shade .bar button:nth-child(2)');
+  await page.waitForSelector('[data-result=good]');
+  assert.deepEqual(host.fetched, ['/enterprise/upload', '/enterprise/orders', '/enterprise/masterdata']);
+}));
+
+test('AnUploadThatFindsNoRoomIsTakenBack', () => withPage({ CreateXMLStringForUpdate: WHOLE, updatexml: '' }, SERVER, async (page, host) => {
+  await page.evaluate(refuseUploads);
+  await page.click('#sync');
+  await page.waitForSelector('.shade .bar button:nth-child(2)');
+  await page.click('.shade .bar button');
+  await page.waitForSelector('[data-result=bad]');
+  assert.deepEqual(host.calls.filter((call) => call.method === 'updatexml').map((call) => call.args), [[
+    '<harbrook><ccsocservcordr><record ServiceOrder="A1"></record></ccsocservcordr>' +
+    '<ccsocservcactv><ServiceOrder ID="A1"><record Activity="10"></record></ServiceOrder></ccsocservcactv>' +
+    '<ccsocservcmatl><ServiceOrder ID="A1" Activity="10"><record LineNumber="_1"></record></ServiceOrder></ccsocservcmatl>' +
+    '<ccsocservclabr><ServiceOrder ID="" Activity=""><record LineNumber="_2"></record></ServiceOrder></ccsocservclabr></harbrook>'
+  ]]);
+  assert.deepEqual(host.fetched, []);
+}));
+
+test('AnUnkeptUploadGoesOutAgainFromItsWindow', () => {
+  const received = new Set();
+  let answer = 'drop';
+  return withPage({}, { ...SERVER, upload: (body) => { received.add(body); return answer; } }, async (page) => {
+    await page.evaluate(refuseUploads);
+    await page.click('#sync');
+    await page.click('.shade .bar button:nth-child(2)');
+    await page.waitForSelector('[data-result=bad]');
+    await close(page);
+    await page.waitForFunction(() => /only in this window/.test(document.getElementById('syncState').textContent));
+    answer = REPORT;
+    assert.deepEqual(await synchronise(page), ['done', 'done', 'done', 'done']);
+    assert.deepEqual([...received], [UPLOAD]);
+    await close(page);
+    await page.waitForFunction(() => !/only in this window/.test(document.getElementById('syncState').textContent));
+  });
+});
 
 test('CancelStopsAtTheRunningStep', () => {
   let answer;
@@ -140,6 +276,8 @@ test('TwoWindowsDoNotSynchroniseAtOnce', async () => {
   await first.click('#sync');
   await first.waitForSelector('[data-step=report][data-state=running]');
   await second.waitForSelector('#divList .note, #divList .panel, #sync:enabled');
+  assert.equal((await synchronise(second))[0], 'failed');
+  await close(second);
   assert.equal((await synchronise(second))[0], 'failed');
   assert.match(await second.textContent('[data-step=send]'), /Another window/);
   answer();
