@@ -1,6 +1,6 @@
 #pragma once
 
-namespace CLI {  // NOLINT(readability-identifier-naming): the library's name
+namespace CLI {
 class App;
 }
 
