@@ -3,6 +3,7 @@
 #include "cli/batch_command.h"
 #include "cli/call_command.h"
 #include "cli/methods_command.h"
+#include "cli/removed_command.h"
 #include "cli/serve_command.h"
 
 namespace tandril::cli {
@@ -12,6 +13,7 @@ std::vector<std::unique_ptr<Command>> allCommands() {
     commands.push_back(std::make_unique<CallCommand>());
     commands.push_back(std::make_unique<BatchCommand>());
     commands.push_back(std::make_unique<MethodsCommand>());
+    commands.push_back(std::make_unique<RemovedCommand>());
     commands.push_back(std::make_unique<ServeCommand>());
     return commands;
 }

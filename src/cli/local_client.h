@@ -17,6 +17,7 @@ class LocalClient {
         : machine_(platform::openMachine(home)), module_(machine_->machine()), client_(module_) {}
 
     Client20& client() { return client_; }
+    Module& module() { return module_; }
 
   private:
     std::unique_ptr<platform::OwnedMachine> machine_;

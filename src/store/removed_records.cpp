@@ -89,4 +89,12 @@ bool restore(OrderStore& store, const RemovedRecords::Entry& entry) {
     return true;
 }
 
+void markUnsent(OrderStore& store, const RecordKey& key) {
+    const xml::Node record = store.record(key);
+    if (isSent(stateOf(record)) && store.apply(Event::Edited, record) &&
+        stateOf(record) == state::created && key.section != Section::Orders) {
+        store.apply(GroupEvent::MemberCreated, record.parent());
+    }
+}
+
 }  // namespace tandril::store

@@ -52,4 +52,7 @@ class RemovedRecords {
 // made anew. Returns false, and changes nothing, when there is such a record already.
 bool restore(OrderStore& store, const RemovedRecords::Entry& entry);
 
+// Makes a record that was sent one that is to be sent again.
+void markUnsent(OrderStore& store, const RecordKey& key);
+
 }  // namespace tandril::store
