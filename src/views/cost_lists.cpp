@@ -42,12 +42,17 @@ bool showsGroup(Lines lines, xml::Node group, std::string_view order, std::strin
         case Lines::OfActivity:
             return belongsTo(group, order, activity);
         case Lines::Working:
-            return !isHourRegistrationGroup(group) && isOneOf(store::stateOf(group), workingStates);
+            return isOneOf(store::stateOf(group), workingStates);
         case Lines::Sent:
-            return !isHourRegistrationGroup(group) &&
-                   isOneOf(store::stateOf(group), sentGroupStates);
+            return isOneOf(store::stateOf(group), sentGroupStates);
     }
     return false;
+}
+
+// Hour registrations share the labour section, but have lists of their own.
+bool isLeftOut(Lines lines, Section section, xml::Node group) {
+    return lines != Lines::OfActivity && section == Section::Labour &&
+           isHourRegistrationGroup(group);
 }
 
 // One cost type's groups as rows.
@@ -147,7 +152,7 @@ std::string costLineList(Lines lines, std::string_view costType, std::string_vie
     const GroupRows groupRows(*type, mapper, header.columns);
     std::string rows;
     for (const xml::Node group : xml::elements(store.section(type->section))) {
-        if (showsGroup(lines, group, order, activity)) {
+        if (showsGroup(lines, group, order, activity) && !isLeftOut(lines, type->section, group)) {
             rows += groupRows.group(group, lines);
         }
     }

@@ -168,6 +168,15 @@ TEST_F(CostLists, LeaveHourRegistrationsOutOfLabourByState) {
     EXPECT_EQ(html.find(">9</span>"), std::string::npos);
 }
 
+TEST_F(CostLists, OnlyLabourHasHourRegistrations) {
+    const auto store = storeOf(
+        "<ccsocservcmatl><ServiceOrder State='O'><L LineNumber='7' State='N'/></ServiceOrder>"
+        "</ccsocservcmatl>");
+    EXPECT_EQ(costLineList(Lines::Working, "Material", "", "", store, mapper),
+              listPanel("Materials", "divList",
+                        materialHeader() + groupRows("", "", 2) + materialRow("", "", "7", "")));
+}
+
 TEST_F(CostLists, HeaderOffersTheCostTypes) {
     EXPECT_EQ(
         views::costLinesHeader(
