@@ -44,21 +44,22 @@ class Refused {
 
 void confirm(OrderStore& store, const ReportEntry& entry, const Refused& refused,
              const Witness& leaving) {
-    const std::string order(entry.order());
-    const std::string activity(entry.activity());
-    if (isOrderRemovable(order, store.orderStatus(order))) {
-        if (!refused.holds(order)) {
-            showOrder(store, order, leaving);
-            removeOrder(store, order);
+    const RecordKey key = entry.key();
+    if (isOrderRemovable(key.order, store.orderStatus(key.order))) {
+        if (!refused.holds(key.order)) {
+            showOrder(store, key.order, leaving);
+            removeOrder(store, key.order);
             return;
         }
-    } else if (isActivityRemovable(order, activity, store.activityStatus(order, activity)) &&
-               !refused.holds(order, activity)) {
-        showActivity(store, order, activity, leaving);
-        removeActivity(store, order, activity, EmptyGroup::Goes);
+    } else if (key.section != Section::Orders &&
+               isActivityRemovable(key.order, key.activity,
+                                   store.activityStatus(key.order, key.activity)) &&
+               !refused.holds(key.order, key.activity)) {
+        showActivity(store, key.order, key.activity, leaving);
+        removeActivity(store, key.order, key.activity, EmptyGroup::Goes);
         return;
     }
-    resetState(store, entry.key());
+    resetState(store, key);
 }
 
 }  // namespace

@@ -136,6 +136,14 @@ TEST(Confirm, AnUnknownCostTypeStandsForTheOrder) {
               orders(order("A1", "M", "15")) + activities(group("A1", activity("10", "MU", "15"))));
 }
 
+TEST(Confirm, AnUnknownCostTypeLeavesTheActivityWhereItIs) {
+    const std::string finished = activities(group("A1", activity("10", "MU", "20")));
+    const Confirmed c = confirmed(orders(order("A1", "MU", "15")) + finished,
+                                  entry("Completed", "A1", "10", "1", "labour"));
+    EXPECT_EQ(c.sections, orders(order("A1", "M", "15")) + finished);
+    EXPECT_THAT(c.leaving, IsEmpty());
+}
+
 TEST(Confirm, OfARecordThatIsNotThereIsTakenOutOfTheReport) {
     const Confirmed c =
         confirmed(orders(""), entry("Completed", "A1") + entry("Completed", "A1", "10") +
