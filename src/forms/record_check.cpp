@@ -16,11 +16,15 @@ namespace {
 using store::CheckedRecord;
 using store::CheckFinding;
 
-// A text of the record, as the edit leaves it.
+// A text of the record, as the edit leaves it: of texts for one field the last stays.
 std::string laidOver(const CheckedRecord& checked, std::string_view name) {
-    const xml::Node stored = xml::child(checked.record, name);
-    const xml::Node edited = xml::child(checked.edit, name);
-    return xml::text(stored && edited ? edited : stored);
+    xml::Node text = xml::child(checked.record, name);
+    if (text && checked.edit) {
+        for (const xml::Node edited : xml::elements(checked.edit)) {
+            text = xml::isNamed(edited, name) ? edited : text;
+        }
+    }
+    return xml::text(text);
 }
 
 std::string statusOf(const CheckedRecord& checked) {

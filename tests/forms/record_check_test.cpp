@@ -293,6 +293,12 @@ TEST_F(RecordCheck, EditedFieldThatTheRecordLacksIsIgnored) {
                 testing::IsEmpty());
 }
 
+TEST_F(RecordCheck, OfTwoEditedTextsForAFieldTheLastCounts) {
+    EXPECT_THAT(checkEdit(Section::Orders, "<OrderStatus>15</OrderStatus><OrderDate>x</OrderDate>",
+                          "<OrderDate/><OrderStatus>15</OrderStatus><OrderStatus>20</OrderStatus>"),
+                testing::IsEmpty());
+}
+
 TEST_F(RecordCheck, StatusAndFlagAreTheEditedOnes) {
     EXPECT_THAT(checkEdit(Section::Orders, "<OrderStatus>20</OrderStatus><OrderDate/>",
                           "<OrderDate/><OrderStatus>15</OrderStatus>"),
