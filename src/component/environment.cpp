@@ -63,9 +63,9 @@ std::string xmlText(const std::optional<xml::Document>& document) {
 
 std::string initialize(Call& call) {
     if (const auto missing = ensureFolders(call)) {
-        const std::string text =
-            missing->empty() ? call.label("SLBEU0259") + " " + std::string(paths::installFolder)
-                             : *missing;
+        std::string text = missing->empty()
+                               ? call.label("SLBEU0259") + " " + std::string(paths::installFolder)
+                               : *missing;
         call.setError(text);
         return text;
     }

@@ -19,7 +19,11 @@ struct Row {
     std::string_view nextOfUnknown = unchanged;
 };
 
-using namespace state;
+using state::created;
+using state::createdSent;
+using state::downloaded;
+using state::modified;
+using state::modifiedSent;
 
 // One row per Event. Columns:  O, N, M, NU, MU, anything else.
 constexpr std::array events{

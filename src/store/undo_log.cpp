@@ -16,7 +16,7 @@ void putLeadingText(xml::Node element, const char* text) {
 }  // namespace
 
 void UndoLog::keepContent(xml::Node element) {
-    steps_.push_back({Kind::Content, element, xml::appendCopy(copies_, element)});
+    steps_.push_back({Kind::Content, element, xml::appendCopy(copies_.root(), element)});
 }
 
 void UndoLog::keepAttribute(xml::Node element, const char* name) {

@@ -148,6 +148,7 @@ std::string costLineList(Lines lines, std::string_view costType, std::string_vie
     if (type == nullptr) {
         return {};
     }
+    // There is a group, so there is a type. NOLINTNEXTLINE(clang-analyzer-core.NullDereference)
     const auto header = mapper::columnHeader(mapper, store::sectionName(type->section));
     const GroupRows groupRows(*type, mapper, header.columns);
     std::string rows;
@@ -234,6 +235,7 @@ std::string activityCostLines(std::string_view digit, std::string_view order,
                                                     type != nullptr ? type->kind : "", order,
                                                     activity));
     }
+    // There is a group, so there is a type. NOLINTNEXTLINE(clang-analyzer-core.NullDereference)
     const auto header = mapper::columnHeader(mapper, store::sectionName(type->section));
     // The outer table and its row stay open; the page puts more behind them.
     return std::string(plainPanel) +

@@ -37,8 +37,9 @@ void throwFault(const std::string& what, SQLSMALLINT type, SQLHANDLE handle) {
 
 Session::Environment::Environment() {
     // The application must say which version it speaks before it connects.
-    SQLSetEnvAttr(handle.get(), SQL_ATTR_ODBC_VERSION,
-                  reinterpret_cast<SQLPOINTER>(static_cast<std::uintptr_t>(SQL_OV_ODBC3)), 0);
+    // ODBC passes numbers as pointers. NOLINTNEXTLINE(performance-no-int-to-ptr)
+    const auto version = reinterpret_cast<SQLPOINTER>(static_cast<std::uintptr_t>(SQL_OV_ODBC3));
+    SQLSetEnvAttr(handle.get(), SQL_ATTR_ODBC_VERSION, version, 0);
 }
 
 Session::Session(const std::string& connectionString) : connection_(environment_.handle.get()) {

@@ -13,21 +13,21 @@ namespace tandril::platform::odbc {
 [[noreturn]] void throwFault(const std::string& what, SQLSMALLINT type, SQLHANDLE handle);
 
 // A handle of one type.
-template <SQLSMALLINT Type>
+template <SQLSMALLINT type>
 class Handle {
   public:
     // `parent` is the connection of a statement, the environment of a connection, and no handle for
     // an environment.
     explicit Handle(SQLHANDLE parent) {
-        if (!SQL_SUCCEEDED(SQLAllocHandle(Type, parent, &handle_))) {
+        if (!SQL_SUCCEEDED(SQLAllocHandle(type, parent, &handle_))) {
             constexpr SQLSMALLINT parentType =
-                Type == SQL_HANDLE_STMT ? SQL_HANDLE_DBC : SQL_HANDLE_ENV;
+                type == SQL_HANDLE_STMT ? SQL_HANDLE_DBC : SQL_HANDLE_ENV;
             throwFault("cannot allocate an ODBC handle", parentType, parent);
         }
     }
     Handle(const Handle&) = delete;
     Handle& operator=(const Handle&) = delete;
-    ~Handle() { SQLFreeHandle(Type, handle_); }
+    ~Handle() { SQLFreeHandle(type, handle_); }
 
     SQLHANDLE get() const { return handle_; }
 

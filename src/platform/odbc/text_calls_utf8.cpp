@@ -53,7 +53,7 @@ SQLRETURN columnText(SQLHSTMT statement, SQLUSMALLINT column, std::string& text)
         if (!SQL_SUCCEEDED(result) || length == SQL_NULL_DATA) {
             text.resize(before);
             // A value that filled its last piece exactly ends with an empty one.
-            return result == SQL_NO_DATA ? SQL_SUCCESS : result;
+            return result == SQL_NO_DATA ? SQLRETURN{SQL_SUCCESS} : result;
         }
         // A piece that is not the last one fills its buffer up to the closing zero; how much is
         // left to read is told in different ways by different drivers, and not needed.
