@@ -1,0 +1,49 @@
+#pragma once
+
+#include <windows.h>
+// Needs the types of windows.h.
+#include <oleauto.h>
+
+#include <deque>
+#include <vector>
+
+#include "component/methods.h"
+
+namespace tandril::com {
+
+// The arguments of a call by name. A script passes its variables as references to variants, which
+// the type library does not fit to a parameter of another type: it would refuse them with a type
+// mismatch. Here they are taken apart, and what a by-reference parameter holds after the call goes
+// back into the script's variable.
+class ScriptArguments {
+  public:
+    // For a call of the method whose slot is `id`; those of any other id stay as they are. Throws
+    // ComError and sets `wrongArgument`, where it is given, when an argument does not fit.
+    ScriptArguments(DISPID id, const DISPPARAMS& given, UINT* wrongArgument);
+    ~ScriptArguments();
+    ScriptArguments(const ScriptArguments&) = delete;
+    ScriptArguments& operator=(const ScriptArguments&) = delete;
+
+    DISPPARAMS* get() { return &fitted_; }
+
+    // To be called after a call that went well.
+    void writeBack();
+
+  private:
+    // Where a by-reference argument lies during the call.
+    struct Place {
+        VARIANT value;
+        VARIANT* variable;  // null when the script passed no variable
+    };
+
+    void fit(const Method& method, UINT* wrongArgument);
+    // Of the argument at that index, in the order of the parameters.
+    std::size_t positionOf(std::size_t index) const;
+    void placeByReference(VARIANT& argument, VARTYPE type);
+
+    DISPPARAMS fitted_;
+    std::vector<VARIANT> arguments_;  // what they hold is the caller's
+    std::deque<Place> places_;
+};
+
+}  // namespace tandril::com
