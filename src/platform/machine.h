@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "platform/clock.h"
 #include "platform/database.h"
@@ -36,5 +37,9 @@ std::unique_ptr<OwnedMachine> openMachine(const std::string& home);
 // ~/.local/share/tandril. Only the last two are created when they are missing; throws Fault when
 // that fails, or when the environment names no place.
 std::string defaultHome();
+
+// Where a system path lies on this machine, for programs that do not go through the ports. Throws
+// Fault for a path that is none, or that might lead out of the home.
+std::string hostPath(const std::string& home, std::string_view systemPath);
 
 }  // namespace tandril::platform

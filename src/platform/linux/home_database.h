@@ -11,11 +11,9 @@ namespace tandril::platform {
 
 // The data sources that the registry of a home names, in the key
 // HKEY_LOCAL_MACHINE\SOFTWARE\ODBC\odbc.ini\<name>. The value `DBQ` is the system path of the
-// database file, and what the file holds decides how it is opened:
-//   SQLite, or nothing at all     SQLite ODBC driver, reading and writing
-//   Microsoft Access (Jet, ACE)   MDB Tools, reading only
-// A value `ConnectionString` that is not empty overrides that: it is an ODBC connection string for
-// any driver, used as it stands.
+// database file, and what the file holds decides how it is opened (see openDatabaseFile). A value
+// `ConnectionString` that is not empty overrides that: it is an ODBC connection string for any
+// driver, used as it stands.
 class HomeDatabase final : public Database {
   public:
     // Both must outlive the object.
@@ -25,8 +23,6 @@ class HomeDatabase final : public Database {
     std::unique_ptr<Connection> open(std::string_view dsn) override;
 
   private:
-    std::unique_ptr<Connection> openFile(const std::string& systemPath) const;
-
     const HomeFiles& files_;
     const Registry& registry_;
 };

@@ -62,4 +62,10 @@ std::string defaultHome() {
     return home;
 }
 
+std::string hostPath(const std::string& home, std::string_view systemPath) {
+    const HomeFiles files(std::filesystem::absolute(home).string());
+    if (const auto path = files.realPath(systemPath)) return *path;
+    throw Fault("there is no place for \"" + std::string(systemPath) + "\"");
+}
+
 }  // namespace tandril::platform
