@@ -75,6 +75,7 @@
     page.start();
     Tandril.views.build();
     Tandril.status.start();
+    Tandril.settings.start();
     Tandril.dialog.hold(document.getElementById('divZoomHype'), Tandril.closeZoom);
     Tandril.transport.open(function (answer) {
       if (!answer.ok) {

@@ -47,6 +47,7 @@
 
   function showdetails(kind, order, activity, line, flag) {
     showForm('GetDetails', [kind, order, activity, line, '', Number(flag) || 0], function () {
+      Tandril.refusals.show([kind, order, activity, line]);
       if (kind === '2') {
         page.show('divCostHeader', { method: 'CostLinesHeader', args: [order, activity], title: text('costHeader'), quiet: true });
       }
@@ -78,7 +79,7 @@
     if (name === 'divZoomHype') { closeZoom(); return; }
     (name === 'divDetails' ? page.guard : atOnce)(function () {
       page.clear(name);
-      if (name === 'divDetails') { COST_PLACES.forEach(page.clear); }
+      if (name === 'divDetails') { closeRecord(); }
       var list = page.place('divList').shown;
       if (name !== 'divList' && list && list.list) { list.list.focusActive(); }
     });
@@ -86,6 +87,12 @@
 
   function atOnce(act) {
     act();
+  }
+
+  /** Empties the places of a record that is there no more. */
+  function closeRecord() {
+    page.clear('divDetails');
+    COST_PLACES.forEach(page.clear);
   }
 
   /* ---- cost lines ---- */
@@ -176,7 +183,7 @@
       title: text('confirmDelete'), text: text('confirmDeleteText', nameOf(order, activity, line)), yes: text('yesDelete'), danger: true
     }, function () {
       page.call('deleteNode', [order, activity, line, costType], function () {
-        page.clear('divDetails');
+        closeRecord();
         page.say(text('deleted'), 'good');
         refreshLists();
       });
@@ -292,6 +299,8 @@
     showForm('NewObject', ['2', '', '']);
   };
 
+  Tandril.refreshLists = refreshLists;
+  Tandril.closeRecord = closeRecord;
   Tandril.withDatabase = withDatabase;
   Tandril.closeZoom = closeZoom;
 }(window));
