@@ -2,9 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <exception>
-#include <memory>
 #include <ostream>
-#include <vector>
 
 #include "cli/all_commands.h"
 
@@ -38,22 +36,30 @@ int runCommand(Command& command, const Streams& streams) {
 
 }  // namespace
 
+std::shared_ptr<Parser> describeProgram(const std::vector<std::unique_ptr<Command>>& commands) {
+    auto parser = std::make_shared<Parser>("Offline field-service client", "tandril");
+    parser->set_version_flag("--version", "tandril " TANDRIL_VERSION);
+    parser->require_subcommand(1);
+    for (const std::unique_ptr<Command>& command : commands) {
+        command->define(*parser->add_subcommand(command->name(), command->summary()));
+    }
+    return parser;
+}
+
 int runProgram(int argc, const char* const* argv, const Streams& streams) {
-    CLI::App parser("Offline field-service client", "tandril");
-    parser.set_version_flag("--version", "tandril " TANDRIL_VERSION);
-    parser.require_subcommand(1);
+    const std::vector<std::unique_ptr<Command>> commands = allCommands();
+    const std::shared_ptr<Parser> parser = describeProgram(commands);
 
     int status = kSuccess;
-    const std::vector<std::unique_ptr<Command>> commands = allCommands();
     for (const std::unique_ptr<Command>& command : commands) {
-        CLI::App* child = parser.add_subcommand(command->name(), command->summary());
-        command->define(*child);
-        child->callback([&status, &command, &streams] { status = runCommand(*command, streams); });
+        parser->get_subcommand(command->name())->callback([&status, &command, &streams] {
+            status = runCommand(*command, streams);
+        });
     }
     try {
-        parser.parse(argc, argv);
+        parser->parse(argc, argv);
     } catch (const CLI::ParseError& end) {
-        status = finishParsing(parser, end, streams);
+        status = finishParsing(*parser, end, streams);
     }
     return finishWriting(status, streams);
 }

@@ -30,7 +30,8 @@ void ServeCommand::define(Parser& parser) {
         ->check(CLI::Range(0, kLastPort));
     parser
         .add_option("--page", page_,
-                    "The page's files (default: the folder page beside the program)")
+                    "The page's files (default: the folder page beside the program, else "
+                    "share/tandril/page beside the program's folder)")
         ->type_name("DIR");
     parser
         .add_option("--enterprise", enterprise_, "Pass requests for /enterprise/ on to this server")

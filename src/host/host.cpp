@@ -37,7 +37,14 @@ void Host::stop() {
 
 std::filesystem::path defaultPageFolder() {
     std::error_code error;
-    return std::filesystem::read_symlink("/proc/self/exe", error).parent_path() / "page";
+    const std::filesystem::path folder =
+        std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+    // A package keeps what is the same on every machine apart from the programs.
+    const std::filesystem::path shared = folder.parent_path() / "share/tandril/page";
+    const std::filesystem::path beside = folder / "page";
+    const bool isShared = !std::filesystem::is_directory(beside, error) &&
+                          std::filesystem::is_directory(shared, error);
+    return isShared ? shared : beside;
 }
 
 }  // namespace tandril::host

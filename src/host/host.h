@@ -51,7 +51,8 @@ class Host {
     Site site_;
 };
 
-// The folder "page" beside the running program.
+// The folder "page" beside the running program, or, where there is none, "share/tandril/page"
+// beside the program's folder.
 std::filesystem::path defaultPageFolder();
 
 }  // namespace tandril::host
