@@ -114,6 +114,14 @@ std::string Call::fail(std::string_view code, const std::vector<std::string>& mo
     return text;
 }
 
+std::optional<std::string> Call::failWithoutStore(const std::vector<std::string>& more) {
+    return store() == nullptr ? std::optional(fail("SLBEU0260", more)) : std::nullopt;
+}
+
+std::optional<std::string> Call::failWithoutMapper() {
+    return mapper() == nullptr ? std::optional(fail("SLBEU0261")) : std::nullopt;
+}
+
 void Call::log(const std::vector<std::string>& lines) {
     if (action_.empty()) {
         return;

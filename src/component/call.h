@@ -63,6 +63,9 @@ class Call {
     // Makes the text of the code the error text, logs it followed by `more` lines under the call's
     // action, and returns it.
     std::string fail(std::string_view code, const std::vector<std::string>& more = {});
+    // The same when the document cannot be loaded; nothing, and no failure, when it can.
+    std::optional<std::string> failWithoutStore(const std::vector<std::string>& more = {});
+    std::optional<std::string> failWithoutMapper();
 
     // Appends the action's header and then the lines to the log. Throws Fault when there is no log.
     void log(const std::vector<std::string>& lines);

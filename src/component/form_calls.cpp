@@ -10,28 +10,9 @@
 namespace tandril::form_calls {
 namespace {
 
-constexpr std::string_view noStore = "SLBEU0260";
-constexpr std::string_view noMapper = "SLBEU0261";
 constexpr std::string_view noRecord = "SLBEU0323";
 // What the form of a material line says without a field mapper; the page's text, not a message's.
 constexpr std::string_view noStyleSheet = "Unable to load Harbrook Style Sheet";
-
-// Whether the documents could be loaded; the failure is told otherwise.
-bool hasStore(Call& call) {
-    if (call.store() == nullptr) {
-        call.fail(noStore);
-        return false;
-    }
-    return true;
-}
-
-bool hasMapper(Call& call) {
-    if (call.mapper() == nullptr) {
-        call.fail(noMapper);
-        return false;
-    }
-    return true;
-}
 
 std::string showRecord(Call& call, const forms::FormKind& kind, const forms::RecordKey& key,
                        bool correctsError) {
@@ -72,7 +53,7 @@ std::string descriptionFor(Call& call, forms::Level level, const forms::RecordKe
 
 std::string details(Call& call, const std::string& kindNumber, const forms::RecordKey& key,
                     bool correctsError) {
-    if (!hasStore(call) || !hasMapper(call)) {
+    if (call.failWithoutStore() || call.failWithoutMapper()) {
         return {};
     }
     const forms::FormKind* kind = forms::formKind(kindNumber);
@@ -80,14 +61,14 @@ std::string details(Call& call, const std::string& kindNumber, const forms::Reco
 }
 
 std::string registrationDetails(Call& call, const forms::RecordKey& key, bool correctsError) {
-    if (!hasStore(call) || !hasMapper(call)) {
+    if (call.failWithoutStore() || call.failWithoutMapper()) {
         return {};
     }
     return showRecord(call, forms::hourRegistrationKind(), key, correctsError);
 }
 
 std::string creation(Call& call, const std::string& kindNumber, const forms::RecordKey& parent) {
-    if (!hasMapper(call)) {
+    if (call.failWithoutMapper()) {
         return {};
     }
     const forms::FormKind* kind = forms::formKind(kindNumber);
@@ -101,14 +82,14 @@ std::string creation(Call& call, const std::string& kindNumber, const forms::Rec
 
 std::string newActivity(Call& call, const std::string& kindNumber) {
     const forms::FormKind& kind = forms::activityKind();
-    if (!hasMapper(call) || kindNumber != kind.number) {
+    if (call.failWithoutMapper() || kindNumber != kind.number) {
         return {};
     }
     const std::string number = drawNumber(call, kind.level);
-    const std::string orderRow = call.store() == nullptr
-                                     ? call.fail(noStore)
-                                     : forms::orderSelectRow(*call.mapper(), *call.store());
-    return forms::newActivityForm(*call.mapper(), number, orderRow);
+    const auto failure = call.failWithoutStore();
+    return forms::newActivityForm(
+        *call.mapper(), number,
+        failure ? *failure : forms::orderSelectRow(*call.mapper(), *call.store()));
 }
 
 std::string newMaterialLine(Call& call) {
@@ -120,7 +101,7 @@ std::string newMaterialLine(Call& call) {
 }
 
 std::string newRegistration(Call& call) {
-    if (!hasMapper(call)) {
+    if (call.failWithoutMapper()) {
         return {};
     }
     return forms::newHourRegistrationForm(*call.mapper(),
@@ -128,16 +109,17 @@ std::string newRegistration(Call& call) {
 }
 
 std::string orderOptions(Call& call) {
-    return call.store() == nullptr ? call.fail(noStore) : forms::orderOptions(*call.store());
+    const auto failure = call.failWithoutStore();
+    return failure ? *failure : forms::orderOptions(*call.store());
 }
 
 std::string activityOptions(Call& call, const std::string& order) {
-    return call.store() == nullptr ? call.fail(noStore)
-                                   : forms::activityOptions(*call.store(), order);
+    const auto failure = call.failWithoutStore();
+    return failure ? *failure : forms::activityOptions(*call.store(), order);
 }
 
 std::string registrationHeadings(Call& call, std::int16_t& columns, const std::string& section) {
-    if (!hasMapper(call)) {
+    if (call.failWithoutMapper()) {
         return {};
     }
     const mapper::ColumnHeader header = forms::registrationHeadings(*call.mapper(), section);

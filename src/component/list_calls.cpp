@@ -13,18 +13,8 @@ bool mayGoOn(Call& call, Checks checks) {
 
 // Loads what every list reads. Returns whether the list can be built; the failure is told then.
 bool loadDocuments(Call& call, Checks checks) {
-    if (call.store() == nullptr) {
-        call.fail("SLBEU0260");
-        return false;
-    }
-    if (!mayGoOn(call, checks)) {
-        return false;
-    }
-    if (call.mapper() == nullptr) {
-        call.fail("SLBEU0261");
-        return false;
-    }
-    return mayGoOn(call, checks);
+    return !call.failWithoutStore() && mayGoOn(call, checks) && !call.failWithoutMapper() &&
+           mayGoOn(call, checks);
 }
 
 Checks checksOf(views::RecordList list) {

@@ -52,11 +52,10 @@ std::string take(Call& call, const std::string& xml) {
     if (!keep(call, std::move(*received), xml)) {
         return call.fail(reportNotLoadable);
     }
-    store::OrderStore* store = call.store();
-    if (store == nullptr) {
-        return call.fail("SLBEU0260");
+    if (const auto failure = call.failWithoutStore()) {
+        return *failure;
     }
-    store::applyConfirmations(*store, *call.report(),
+    store::applyConfirmations(*call.store(), *call.report(),
                               [&](const store::RecordKey& key, xml::Node record) {
                                   call.keepCopy(key, record, store::RemovedRecords::Reason::Report);
                               });

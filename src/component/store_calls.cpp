@@ -20,9 +20,6 @@
 namespace tandril::store_calls {
 namespace {
 
-constexpr std::string_view storeNotLoadable = "SLBEU0260";
-constexpr std::string_view mapperNotLoadable = "SLBEU0261";
-
 constexpr const char* downloadedMessage = "New Data has been downloaded.";
 
 // Without the working mode the component was never initialised.
@@ -120,8 +117,8 @@ std::string download(Call& call, const std::string& xml) {
     if (!call.files().fileExists(paths::store)) {
         return storeFirstDownload(call, xml);
     }
-    if (call.store() == nullptr) {
-        return call.fail(storeNotLoadable, received);
+    if (const auto failure = call.failWithoutStore(received)) {
+        return *failure;
     }
     return mergeDownload(call, *downloaded, xml);
 }
@@ -131,11 +128,11 @@ std::string edit(Call& call, const std::string& xml) {
     if (!edited) {
         return call.fail("SLBEU0267");
     }
-    if (call.store() == nullptr) {
-        return call.fail(storeNotLoadable);
+    if (const auto failure = call.failWithoutStore()) {
+        return *failure;
     }
-    if (call.mapper() == nullptr) {
-        return call.fail(mapperNotLoadable);
+    if (const auto failure = call.failWithoutMapper()) {
+        return *failure;
     }
     const store::ChangeResult result =
         store::edit(*call.store(), edited->root(), *recordCheckFor(call));
@@ -155,11 +152,11 @@ std::string add(Call& call, const std::string& xml) {
     if (!added) {
         return call.fail("SLBEU0269");
     }
-    if (call.store() == nullptr) {
-        return call.fail(storeNotLoadable);
+    if (const auto failure = call.failWithoutStore()) {
+        return *failure;
     }
-    if (call.mapper() == nullptr) {
-        return call.fail(mapperNotLoadable);
+    if (const auto failure = call.failWithoutMapper()) {
+        return *failure;
     }
     return conclude(call, store::add(*call.store(), added->root(), *recordCheckFor(call)));
 }
@@ -172,8 +169,8 @@ std::string addHourRegistration(Call& call, const std::string& xml) {
     if (!added) {
         return call.fail("SLBEU0265");
     }
-    if (call.store() == nullptr) {
-        return call.fail(storeNotLoadable);
+    if (const auto failure = call.failWithoutStore()) {
+        return *failure;
     }
     const xml::Node line = store::givenHourRegistration(added->root());
     if (!line) {
@@ -186,8 +183,7 @@ std::string addHourRegistration(Call& call, const std::string& xml) {
 
 void deleteRecord(Call& call, std::string_view order, std::string_view activity,
                   std::string_view line, std::string_view costType) {
-    if (call.store() == nullptr) {
-        call.fail(storeNotLoadable);
+    if (call.failWithoutStore()) {
         return;
     }
     if (const auto key = store::addressed(order, activity, line, costType)) {
@@ -199,16 +195,14 @@ void deleteRecord(Call& call, std::string_view order, std::string_view activity,
 }
 
 void completeOrders(Call& call) {
-    if (call.store() == nullptr) {
-        call.fail(storeNotLoadable);
+    if (call.failWithoutStore()) {
         return;
     }
     store::completeOrders(*call.store());
 }
 
 void purge(Call& call) {
-    if (call.store() == nullptr) {
-        call.fail(storeNotLoadable);
+    if (call.failWithoutStore()) {
         return;
     }
     purgeFinished(call, {});
