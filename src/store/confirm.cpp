@@ -4,6 +4,8 @@
 #include <unordered_set>
 #include <utility>
 
+#include "store/key_index.h"
+
 namespace tandril::store {
 namespace {
 
@@ -22,22 +24,17 @@ class Refused {
         for (const ReportEntry& entry : report.entries()) {
             if (entry.isError()) {
                 orders_.emplace(entry.order());
-                activities_.insert(joined(entry.order(), entry.activity()));
+                activities_.insert(joinedKey({entry.order(), entry.activity()}));
             }
         }
     }
 
     bool holds(const std::string& order) const { return orders_.count(order) != 0; }
     bool holds(std::string_view order, std::string_view activity) const {
-        return activities_.count(joined(order, activity)) != 0;
+        return activities_.count(joinedKey({order, activity})) != 0;
     }
 
   private:
-    // Joined by the one character that no document can hold.
-    static std::string joined(std::string_view order, std::string_view activity) {
-        return std::string(order) + '\0' + std::string(activity);
-    }
-
     std::unordered_set<std::string> orders_;
     std::unordered_set<std::string> activities_;
 };

@@ -2,6 +2,20 @@
 
 namespace tandril::store {
 
+std::string joinedKey(std::initializer_list<std::string_view> parts) {
+    std::size_t size = 0;
+    for (const std::string_view part : parts) {
+        size += part.size() + 1;
+    }
+    std::string key;
+    key.reserve(size);
+    for (const std::string_view part : parts) {
+        key += part;
+        key += '\0';
+    }
+    return key;
+}
+
 void KeyIndex::add(std::string_view key, xml::Node node) {
     const auto place = static_cast<std::uint32_t>(entries_.size());
     entries_.push_back({node, none});

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -10,6 +11,9 @@
 #include "xml/node.h"
 
 namespace tandril::store {
+
+// One key of several parts, joined by the one character that no document can hold.
+std::string joinedKey(std::initializer_list<std::string_view> parts);
 
 // Finds elements by a text key. Elements of the same key keep the order in which they were added;
 // the first one is the one that counts until it is removed. Every operation takes constant time,

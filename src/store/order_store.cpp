@@ -8,16 +8,6 @@ namespace {
 // Members of a group are looked at one by one up to this many; beyond, an index pays off.
 constexpr std::size_t fewMembers = 16;
 
-// Keys of several parts are joined by the one character that no document can hold.
-std::string joined(std::string_view order, std::string_view activity) {
-    std::string key;
-    key.reserve(order.size() + 1 + activity.size());
-    key += order;
-    key += '\0';
-    key += activity;
-    return key;
-}
-
 bool isCandidate(Section section, xml::Node element) {
     return xml::isNamed(element, section == Section::Orders ? orderElement : groupElement);
 }
@@ -27,7 +17,7 @@ std::string_view orderOf(Section section, xml::Node element) {
 }
 
 std::string activityKeyOf(xml::Node group) {
-    return joined(xml::attribute(group, groupOrderKey), xml::attribute(group, activityKey));
+    return joinedKey({xml::attribute(group, groupOrderKey), xml::attribute(group, activityKey)});
 }
 
 const char* memberKey(xml::Node group) {
@@ -115,7 +105,7 @@ xml::Node OrderStore::activity(std::string_view order, std::string_view activity
 
 xml::Node OrderStore::costGroup(Section section, std::string_view order,
                                 std::string_view activity) const {
-    return index(section).byActivity.first(joined(order, activity));
+    return index(section).byActivity.first(joinedKey({order, activity}));
 }
 
 xml::Node OrderStore::line(Section section, std::string_view order, std::string_view activity,
@@ -168,7 +158,7 @@ std::vector<xml::Node> OrderStore::groups(Section section, std::string_view orde
 
 std::vector<xml::Node> OrderStore::groups(Section section, std::string_view order,
                                           std::string_view activity) const {
-    return index(section).byActivity.all(joined(order, activity));
+    return index(section).byActivity.all(joinedKey({order, activity}));
 }
 
 std::string OrderStore::orderStatus(std::string_view order) const {

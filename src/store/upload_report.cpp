@@ -1,26 +1,16 @@
 #include "store/upload_report.h"
 
 #include <algorithm>
-#include <initializer_list>
 #include <utility>
 
 #include "platform/fault.h"
+#include "store/key_index.h"
 
 namespace tandril::store {
 namespace {
 
 constexpr const char* fileElement = "File";
 constexpr std::size_t errorOrderSlots = 1001;
-
-// Keys of several parts are joined by the one character that no document can hold.
-std::string joined(std::initializer_list<std::string_view> parts) {
-    std::string key;
-    for (const std::string_view part : parts) {
-        key += part;
-        key += '\0';
-    }
-    return key;
-}
 
 std::string_view wordOf(Section section) {
     const CostType* type = costTypeOf(section);
@@ -60,21 +50,22 @@ std::size_t UploadReport::countErrors() const {
 }
 
 UploadReport::Indexed& UploadReport::indexed() const {
-    if (!indexed_) {
-        indexed_.emplace();
-        indexed_->entries = entries();
-        std::uint32_t place = 0;
-        for (const ReportEntry& entry : indexed_->entries) {
-            indexed_->byOrder[joined({entry.order()})].push_back(place);
-            indexed_->byActivity[joined({entry.order(), entry.activity()})].push_back(place);
-            indexed_
-                ->byRecord[joined(
-                    {entry.order(), entry.activity(), entry.line(), entry.costType()})]
-                .push_back(place);
-            ++place;
-        }
+    if (indexed_) {
+        return *indexed_;
     }
-    return *indexed_;
+    Indexed& index = indexed_.emplace();
+    index.entries = entries();
+    std::uint32_t place = 0;
+    for (const ReportEntry& entry : index.entries) {
+        const std::string_view order = entry.order();
+        const std::string_view activity = entry.activity();
+        index.byOrder[joinedKey({order})].push_back(place);
+        index.byActivity[joinedKey({order, activity})].push_back(place);
+        index.byRecord[joinedKey({order, activity, entry.line(), entry.costType()})].push_back(
+            place);
+        ++place;
+    }
+    return index;
 }
 
 void UploadReport::append(const UploadReport& other) {
@@ -107,16 +98,17 @@ void UploadReport::removeAll(const Index& index, const std::string& key) {
 }
 
 void UploadReport::removeExact(const RecordKey& key) {
-    removeAll(indexed().byRecord, joined({key.order, key.activity, key.line, wordOf(key.section)}));
+    removeAll(indexed().byRecord,
+              joinedKey({key.order, key.activity, key.line, wordOf(key.section)}));
 }
 
 void UploadReport::removeBelow(const RecordKey& key) {
     switch (key.section) {
         case Section::Orders:
-            removeAll(indexed().byOrder, joined({key.order}));
+            removeAll(indexed().byOrder, joinedKey({key.order}));
             break;
         case Section::Activities:
-            removeAll(indexed().byActivity, joined({key.order, key.activity}));
+            removeAll(indexed().byActivity, joinedKey({key.order, key.activity}));
             break;
         default:
             removeExact(key);
