@@ -49,20 +49,10 @@ bool take(OrderStore& store, const GivenRecord& given, RecordCheck& check, Chang
 }  // namespace
 
 ChangeResult add(OrderStore& store, xml::Node root, RecordCheck& check) {
-    ChangeResult result;
-    const auto records = givenRecords(root);
-    if (!records) {
-        result.refusal = Refusal{refusal::notAnAddition};
-        return result;
-    }
-    Transaction transaction(store);
-    for (const GivenRecord& given : *records) {
-        if (!take(store, given, check, result)) {
-            return result;
-        }
-    }
-    transaction.keep();
-    return result;
+    return takeAll(store, root, refusal::notAnAddition,
+                   [&](const GivenRecord& given, ChangeResult& result) {
+                       return take(store, given, check, result);
+                   });
 }
 
 xml::Node givenHourRegistration(xml::Node root) {

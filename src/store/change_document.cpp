@@ -1,6 +1,7 @@
 #include "store/change_document.h"
 
-#include "store/order_store.h"
+#include <optional>
+#include <vector>
 
 namespace tandril::store {
 namespace {
@@ -24,8 +25,7 @@ void addMembers(Section kind, xml::Node section, std::vector<GivenRecord>& recor
     }
 }
 
-}  // namespace
-
+// Nothing when there is nothing that can be taken.
 std::optional<std::vector<GivenRecord>> givenRecords(xml::Node root) {
     std::vector<GivenRecord> records;
     for (const xml::Node section : xml::elements(root)) {
@@ -43,6 +43,27 @@ std::optional<std::vector<GivenRecord>> givenRecords(xml::Node root) {
         return std::nullopt;
     }
     return records;
+}
+
+}  // namespace
+
+ChangeResult takeAll(OrderStore& store, xml::Node root, std::string_view noRecords,
+                     const TakeRecord& take) {
+    ChangeResult result;
+    const auto records = givenRecords(root);
+    if (!records) {
+        result.refusal = Refusal{noRecords};
+        return result;
+    }
+    Transaction transaction(store);
+    for (const GivenRecord& given : *records) {
+        if (!take(given, result)) {
+            result.resent.clear();
+            return result;
+        }
+    }
+    transaction.keep();
+    return result;
 }
 
 }  // namespace tandril::store

@@ -79,22 +79,10 @@ class Edit {
 }  // namespace
 
 ChangeResult edit(OrderStore& store, xml::Node root, RecordCheck& check) {
-    ChangeResult result;
-    const auto records = givenRecords(root);
-    if (!records) {
-        result.refusal = Refusal{refusal::notAnEdit};
-        return result;
-    }
-    Transaction transaction(store);
-    Edit edit(store, check, result);
-    for (const GivenRecord& given : *records) {
-        if (!edit.take(given)) {
-            result.resent.clear();
-            return result;
-        }
-    }
-    transaction.keep();
-    return result;
+    return takeAll(store, root, refusal::notAnEdit,
+                   [&](const GivenRecord& given, ChangeResult& result) {
+                       return Edit(store, check, result).take(given);
+                   });
 }
 
 }  // namespace tandril::store
