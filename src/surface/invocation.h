@@ -1,9 +1,12 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "component/methods.h"
 
@@ -36,5 +39,22 @@ void requireCount(const Method& method, std::size_t count);
 
 // What to throw when the argument for `parameter` is not of its kind.
 InvalidCall wrongKind(const Method& method, const Parameter& parameter);
+
+// The values of all arguments. `decode` makes one of an argument and the parameter's kind, or
+// nothing when the argument is not of that kind. Throws InvalidCall.
+template <class Arguments, class Decode>
+std::vector<Value> decodeAll(const Method& method, const Arguments& arguments, Decode decode) {
+    requireCount(method, arguments.size());
+    std::vector<Value> values;
+    values.reserve(arguments.size());
+    for (const Parameter& parameter : method.parameters) {
+        std::optional<Value> value = decode(arguments[values.size()], parameter.kind);
+        if (!value) {
+            throw wrongKind(method, parameter);
+        }
+        values.push_back(std::move(*value));
+    }
+    return values;
+}
 
 }  // namespace tandril::surface

@@ -6,7 +6,6 @@
 #include <optional>
 #include <string>
 #include <type_traits>
-#include <utility>
 #include <vector>
 
 namespace tandril::surface {
@@ -58,22 +57,11 @@ std::optional<Value> decode(const json& argument, Kind kind) {
     return std::nullopt;
 }
 
-std::vector<Value> decodeAll(const Method& method, const json& arguments) {
+void requireArray(const Method& method, const json& arguments) {
     if (!arguments.is_array()) {
         throw InvalidCall(Outcome::BadArguments,
                           "the arguments must be a JSON array: " + signature(method));
     }
-    requireCount(method, arguments.size());
-    std::vector<Value> values;
-    values.reserve(arguments.size());
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        std::optional<Value> value = decode(arguments[i], method.parameters[i].kind);
-        if (!value) {
-            throw wrongKind(method, method.parameters[i]);
-        }
-        values.push_back(std::move(*value));
-    }
-    return values;
 }
 
 AnswerBody encode(const Value& value) {
@@ -93,7 +81,8 @@ AnswerBody encode(const Value& value) {
 Answer call(Client20& client, std::string_view name, const json& arguments) {
     try {
         const Method& method = requireMethod(name);
-        std::vector<Value> values = decodeAll(method, arguments);
+        requireArray(method, arguments);
+        std::vector<Value> values = decodeAll(method, arguments, decode);
         const Value result = method.invoke(client, values);
         return {Outcome::Result, resultBody(method, result, values)};
     } catch (const InvalidCall& invalid) {

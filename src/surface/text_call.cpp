@@ -52,20 +52,6 @@ std::optional<Value> decode(const std::string& argument, Kind kind) {
     return std::nullopt;
 }
 
-std::vector<Value> decodeAll(const Method& method, std::span<const std::string> arguments) {
-    requireCount(method, arguments.size());
-    std::vector<Value> values;
-    values.reserve(arguments.size());
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        std::optional<Value> value = decode(arguments[i], method.parameters[i].kind);
-        if (!value) {
-            throw wrongKind(method, method.parameters[i]);
-        }
-        values.push_back(std::move(*value));
-    }
-    return values;
-}
-
 std::string toText(const Value& value) {
     return std::visit(
         [](const auto& v) -> std::string {
@@ -86,7 +72,7 @@ std::string toText(const Value& value) {
 }  // namespace
 
 TextCall::TextCall(std::string_view method, std::span<const std::string> arguments)
-    : method_(requireMethod(method)), values_(decodeAll(method_, arguments)) {}
+    : method_(requireMethod(method)), values_(decodeAll(method_, arguments, decode)) {}
 
 std::string TextCall::make(Client20& client) {
     const Value result = method_.invoke(client, values_);
