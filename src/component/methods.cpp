@@ -1,6 +1,5 @@
 #include "component/methods.h"
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <tuple>
@@ -8,6 +7,7 @@
 #include <utility>
 
 #include "component/client20.h"
+#include "platform/ascii.h"
 
 namespace tandril {
 namespace {
@@ -157,15 +157,6 @@ std::vector<Method> makeTable() {
     };
 }
 
-char lowerAscii(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool equalInAnyCase(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return lowerAscii(x) == lowerAscii(y); });
-}
-
 }  // namespace
 
 std::span<const Method> methods() {
@@ -174,8 +165,9 @@ std::span<const Method> methods() {
 }
 
 const Method* findMethod(std::string_view name) {
+    const std::string folded = platform::foldAscii(name);
     for (const Method& method : methods()) {
-        if (equalInAnyCase(method.name, name)) {
+        if (platform::foldAscii(method.name) == folded) {
             return &method;
         }
     }

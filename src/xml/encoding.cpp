@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <utility>
 
+#include "platform/ascii.h"
 #include "xml/characters.h"
 #include "xml/well_formed.h"
 
@@ -227,10 +228,7 @@ std::optional<Encoding> wideWithoutMark(std::string_view bytes) {
 }  // namespace
 
 std::optional<Encoding> encodingNamed(std::string_view name) {
-    std::string lower(name);
-    std::transform(lower.begin(), lower.end(), lower.begin(), [](char c) {
-        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    });
+    const std::string lower = platform::foldAscii(name);
     const auto* found = std::find_if(names.begin(), names.end(),
                                      [&](const NamedEncoding& n) { return n.name == lower; });
     return found == names.end() ? std::nullopt : std::optional(found->encoding);

@@ -83,8 +83,10 @@ class Scanner {
         }
     }
 
-    // Text and references up to the next "<" or the end.
-    void characterData() {
+    // Text and references up to the character that ends them, or the end of all. What means
+    // something to a text or a value is left to it.
+    template <class PassSpecial>
+    void charactersUntil(char last, PassSpecial passSpecial) {
         while (!cursor_.atEnd()) {
             switch (textClasses[cursor_.currentByte()]) {
                 case Plain:
@@ -96,13 +98,17 @@ class Scanner {
                 case Illegal:
                     cursor_.fail("a character is not allowed");
                 case Special:
-                    if (cursor_.current() == '<') {
+                    if (cursor_.current() == last) {
                         return;
                     }
-                    specialInText();
+                    passSpecial();
                     break;
             }
         }
+    }
+
+    void characterData() {
+        charactersUntil('<', [this] { specialInText(); });
     }
 
     void specialInText() {
@@ -226,26 +232,11 @@ class Scanner {
         }
         const char quote = cursor_.current();
         cursor_.advance(1);
-        while (!cursor_.atEnd()) {
-            switch (textClasses[cursor_.currentByte()]) {
-                case Plain:
-                    cursor_.advance(1);
-                    break;
-                case MultiByte:
-                    cursor_.legalCharacter();
-                    break;
-                case Illegal:
-                    cursor_.fail("a character is not allowed");
-                case Special:
-                    if (cursor_.current() == quote) {
-                        cursor_.advance(1);
-                        return;
-                    }
-                    specialInValue();
-                    break;
-            }
+        charactersUntil(quote, [this] { specialInValue(); });
+        if (cursor_.atEnd()) {
+            cursor_.fail("an attribute value is not closed");
         }
-        cursor_.fail("an attribute value is not closed");
+        cursor_.advance(1);
     }
 
     void specialInValue() {
