@@ -6,21 +6,10 @@
 #include <system_error>
 #include <type_traits>
 
-#include "xml/characters.h"
+#include "platform/unicode.h"
 
 namespace tandril::surface {
 namespace {
-
-bool isUtf8(std::string_view text) {
-    while (!text.empty()) {
-        const std::size_t length = xml::decodeUtf8(text).length;
-        if (length == 0) {
-            return false;
-        }
-        text.remove_prefix(length);
-    }
-    return true;
-}
 
 std::optional<Value> decodeBoolean(const std::string& argument) {
     if (argument == "true") {
@@ -43,7 +32,7 @@ std::optional<Value> decode(const std::string& argument, Kind kind) {
     switch (kind) {
         case Kind::String:
         case Kind::Variant:
-            return isUtf8(argument) ? std::optional(Value(argument)) : std::nullopt;
+            return platform::isUtf8(argument) ? std::optional(Value(argument)) : std::nullopt;
         case Kind::Boolean:
             return decodeBoolean(argument);
         case Kind::Int16:

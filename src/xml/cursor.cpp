@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/unicode.h"
 #include "xml/characters.h"
 
 namespace tandril::xml {
@@ -27,7 +28,7 @@ bool Cursor::skipBlanks() {
 }
 
 void Cursor::legalCharacter() {
-    const Decoded decoded = decodeUtf8(text_.substr(position_));
+    const platform::DecodedCharacter decoded = platform::decodeUtf8(text_.substr(position_));
     if (decoded.length == 0) {
         fail("a byte is not UTF-8");
     }
@@ -55,7 +56,7 @@ void Cursor::legalUntil(std::size_t end) {
 
 std::string_view Cursor::name() {
     const std::size_t start = position_;
-    if (atEnd() || !isNameStart(decodeUtf8(text_.substr(position_)).character)) {
+    if (atEnd() || !isNameStart(platform::decodeUtf8(text_.substr(position_)).character)) {
         fail("a name is expected");
     }
     while (!atEnd()) {
@@ -64,7 +65,7 @@ std::string_view Cursor::name() {
             ++position_;
             continue;
         }
-        const Decoded decoded = decodeUtf8(text_.substr(position_));
+        const platform::DecodedCharacter decoded = platform::decodeUtf8(text_.substr(position_));
         if (decoded.length == 0) {
             fail("a byte is not UTF-8");
         }

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "platform/ascii.h"
-#include "xml/characters.h"
+#include "platform/unicode.h"
 #include "xml/well_formed.h"
 
 namespace tandril::xml {
@@ -88,65 +88,24 @@ std::optional<std::string> decodeSingleByte(std::string_view bytes, Encoding enc
         if (!character) {
             return std::nullopt;
         }
-        appendUtf8(text, *character);
+        platform::appendUtf8(text, *character);
     }
     return text;
 }
 
-char32_t unitAt(std::string_view bytes, std::size_t index, Encoding encoding) {
-    const auto first = static_cast<unsigned char>(bytes[index]);
-    const auto second = static_cast<unsigned char>(bytes[index + 1]);
-    return encoding == Encoding::Utf16Le ? static_cast<char32_t>(first | (second << 8U))
-                                         : static_cast<char32_t>((first << 8U) | second);
+platform::ByteOrder orderOf(Encoding wide) {
+    return wide == Encoding::Utf16Le ? platform::ByteOrder::LittleEndian
+                                     : platform::ByteOrder::BigEndian;
 }
 
 std::optional<std::string> decodeUtf16(std::string_view bytes, Encoding encoding) {
-    if (bytes.size() % 2 != 0) {
-        return std::nullopt;
-    }
-    std::string text;
-    text.reserve(bytes.size());
-    for (std::size_t i = 0; i < bytes.size(); i += 2) {
-        char32_t character = unitAt(bytes, i, encoding);
-        if (character >= 0xD800 && character <= 0xDFFF) {
-            if (character >= 0xDC00 || i + 2 >= bytes.size()) {
-                return std::nullopt;
-            }
-            i += 2;
-            const char32_t low = unitAt(bytes, i, encoding);
-            if (low < 0xDC00 || low > 0xDFFF) {
-                return std::nullopt;
-            }
-            character = 0x10000 + ((character - 0xD800) << 10U) + (low - 0xDC00);
-        }
-        appendUtf8(text, character);
-    }
-    return text;
-}
-
-void appendUnit(std::string& out, char32_t unit, Encoding encoding) {
-    const auto low = static_cast<char>(unit & 0xFFU);
-    const auto high = static_cast<char>((unit >> 8U) & 0xFFU);
-    out += encoding == Encoding::Utf16Le ? low : high;
-    out += encoding == Encoding::Utf16Le ? high : low;
+    platform::DecodedText decoded = platform::utf8FromUtf16(bytes, orderOf(encoding));
+    return decoded.complete ? std::optional(std::move(decoded.text)) : std::nullopt;
 }
 
 std::string encodeUtf16(std::string_view text, Encoding encoding) {
-    std::string bytes(encoding == Encoding::Utf16Le ? utf16LeMark : utf16BeMark);
-    bytes.reserve(2 + text.size() * 2);
-    while (!text.empty()) {
-        const Decoded decoded = decodeUtf8(text);
-        const std::size_t length = std::max<std::size_t>(decoded.length, 1);
-        const char32_t character = decoded.length == 0 ? 0xFFFD : decoded.character;
-        if (character >= 0x10000) {
-            appendUnit(bytes, 0xD800 + ((character - 0x10000) >> 10U), encoding);
-            appendUnit(bytes, 0xDC00 + ((character - 0x10000) & 0x3FFU), encoding);
-        } else {
-            appendUnit(bytes, character, encoding);
-        }
-        text.remove_prefix(length);
-    }
-    return bytes;
+    return std::string(encoding == Encoding::Utf16Le ? utf16LeMark : utf16BeMark) +
+           platform::utf16FromUtf8(text, orderOf(encoding));
 }
 
 // Writes single bytes and watches where CDATA sections begin and end, since a reference means
@@ -160,7 +119,7 @@ class SingleByteEncoder {
         std::size_t position = 0;
         while (position < text.size()) {
             watch(text.substr(position));
-            const Decoded decoded = decodeUtf8(text.substr(position));
+            const platform::DecodedCharacter decoded = platform::decodeUtf8(text.substr(position));
             append(decoded.length == 0 ? 0xFFFD : decoded.character);
             position += std::max<std::size_t>(decoded.length, 1);
         }

@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <optional>
+#include <utility>
 
 #include "platform/ascii.h"
 #include "platform/fault.h"
@@ -201,10 +203,11 @@ class Parser {
         const std::string prefix = foldAscii(line.data.substr(0, 7));
         if (prefix != "hex(1):" && prefix != "hex(2):") return;
         const auto bytes = hexBytes(std::string_view(line.data).substr(prefix.size()));
-        auto text = bytes ? utf8FromUtf16(*bytes) : std::nullopt;
-        if (!text) return;
-        while (text->ends_with('\0')) text->pop_back();
-        line.value = *std::move(text);
+        if (!bytes) return;
+        DecodedText decoded = utf8FromUtf16(*bytes, ByteOrder::LittleEndian);
+        if (!decoded.complete) return;
+        while (decoded.text.ends_with('\0')) decoded.text.pop_back();
+        line.value = std::move(decoded.text);
         line.type = RegType::HexText;
     }
 

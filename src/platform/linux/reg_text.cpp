@@ -7,6 +7,7 @@
 #include "platform/ascii.h"
 #include "platform/fault.h"
 #include "platform/registry_number.h"
+#include "platform/unicode.h"
 
 namespace tandril::platform {
 namespace {

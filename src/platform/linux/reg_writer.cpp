@@ -33,7 +33,7 @@ std::string formatRegNumber(std::uint32_t number) {
 std::string formatRegHexText(std::string_view prefix, std::string_view text, std::size_t column,
                              std::string_view lineEnd) {
     constexpr std::size_t kLastColumn = 76;
-    std::string bytes = utf16FromUtf8(text);
+    std::string bytes = utf16FromUtf8(text, ByteOrder::LittleEndian);
     bytes.append(2, '\0');
 
     std::string out(prefix);
