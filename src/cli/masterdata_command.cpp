@@ -15,11 +15,11 @@
 namespace tandril::cli {
 namespace {
 
-constexpr std::string_view kExtension = ".mdb";
-
 // Databases are named without the extension; with it, it is ignored.
 std::string baseName(const std::string& name) {
-    return name.ends_with(kExtension) ? name.substr(0, name.size() - kExtension.size()) : name;
+    return name.ends_with(databaseExtension)
+               ? name.substr(0, name.size() - databaseExtension.size())
+               : name;
 }
 
 std::string_view describe(platform::DatabaseKind kind) {
@@ -139,7 +139,7 @@ int MasterdataCommand::use(const Streams& streams) {
     }
     LocalClient local(home);
     initialise(local.client(), home);
-    std::string file = name + std::string(kExtension);
+    std::string file = name + std::string(databaseExtension);
     local.client().SetCurrentmdb(name);
     local.client().SetODBCDataBase(file);
     streams.out << name << " is the current database\n";

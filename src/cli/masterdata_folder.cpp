@@ -16,8 +16,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view kExtension = ".mdb";
-
 // An empty file that is removed in the end, unless it has got another name by then.
 class WorkFile {
   public:
@@ -72,7 +70,7 @@ std::vector<MasterdataFolder::Entry> MasterdataFolder::databases() const {
     std::vector<Entry> found;
     std::error_code missing;
     for (const fs::directory_entry& entry : fs::directory_iterator(folder_, missing)) {
-        if (entry.is_regular_file() && entry.path().extension() == kExtension) {
+        if (entry.is_regular_file() && entry.path().extension() == databaseExtension) {
             found.push_back(
                 {entry.path().stem().string(), platform::databaseKind(entry.path().string())});
         }
@@ -121,7 +119,7 @@ std::string MasterdataFolder::pathOf(const std::string& name) const {
     if (name.empty() || hasBlankEnds || !platform::isPlainFileName(name)) {
         throw Fault("\"" + name + "\" cannot be the name of a database");
     }
-    return folder_ + "/" + name + std::string(kExtension);
+    return folder_ + "/" + name + std::string(databaseExtension);
 }
 
 std::string MasterdataFolder::newPath(const std::string& name, bool replace) const {

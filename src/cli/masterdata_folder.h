@@ -10,6 +10,9 @@
 
 namespace tandril::cli {
 
+// What a database file in the master-data folder is named, whatever it holds.
+constexpr std::string_view databaseExtension = ".mdb";
+
 // What an import tells while it runs and when it is done.
 struct ImportProgress {
     std::function<void(std::string_view table)> begin;

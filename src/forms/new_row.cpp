@@ -10,20 +10,20 @@ namespace {
 // The page relies on a blank in front of these cells, and on none in forms of existing records.
 constexpr std::string_view cellBlank = " ";
 
-std::string choiceInput(const FormField& field) {
+std::string emptyChoice(const FormField& field) {
     return statusSelect(field, FormMode::New);
 }
 
-std::string stampInput(const FormField& field) {
+std::string emptyStamp(const FormField& field) {
     return html::joined({inputOpening("10"), field.name, ">", dateHint,
                          "<input type=text size=4 id=", field.name, timeSuffix, ">", timeHint});
 }
 
-std::string longTextInput(const FormField& field) {
+std::string emptyLongText(const FormField& field) {
     return html::joined({"<td>&nbsp;<textarea rows=4 cols=30 id=", field.name, "></textarea>"});
 }
 
-std::string textInput(const FormField& field) {
+std::string emptyText(const FormField& field) {
     const bool isOfCostLine = store::costTypeOf(field.form.section) != nullptr;
     if (isOfCostLine && field.name == fields::activityDescription) {
         return html::joined({"<td>", field.value});
@@ -32,11 +32,11 @@ std::string textInput(const FormField& field) {
     return html::joined({inputOpening(isWide ? "30" : "20"), field.name, ">"});
 }
 
-constexpr DataTypeCell inputs[] = {
-    {codeType, choiceInput},
-    {stampType, stampInput},
-    {longTextType, longTextInput},
-    {textType, textInput},
+constexpr DataTypeCell emptyInputs[] = {
+    {codeType, emptyChoice},
+    {stampType, emptyStamp},
+    {longTextType, emptyLongText},
+    {textType, emptyText},
 };
 
 // An activity's object and its configuration are chosen together; the page fills them in.
@@ -60,7 +60,8 @@ std::string newRow(const FormField& field) {
     if (isFilledByPage(field)) {
         return rowFilledByPage(field);
     }
-    return html::joined({rowOpening(field), cellWriter(inputs, field.properties.dataType)(field),
+    return html::joined({rowOpening(field),
+                         cellWriter(emptyInputs, field.properties.dataType)(field),
                          zoomTrigger(field), rowClosing});
 }
 

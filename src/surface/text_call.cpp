@@ -28,7 +28,7 @@ std::optional<Value> decodeInt16(const std::string& argument) {
     return error == std::errc() && stop == end ? std::optional(Value(number)) : std::nullopt;
 }
 
-std::optional<Value> decode(const std::string& argument, Kind kind) {
+std::optional<Value> decodeText(const std::string& argument, Kind kind) {
     switch (kind) {
         case Kind::String:
         case Kind::Variant:
@@ -61,7 +61,7 @@ std::string toText(const Value& value) {
 }  // namespace
 
 TextCall::TextCall(std::string_view method, std::span<const std::string> arguments)
-    : method_(requireMethod(method)), values_(decodeAll(method_, arguments, decode)) {}
+    : method_(requireMethod(method)), values_(decodeAll(method_, arguments, decodeText)) {}
 
 std::string TextCall::make(Client20& client) {
     const Value result = method_.invoke(client, values_);
