@@ -16,9 +16,9 @@
   var CALLS = {
     minimize: { by: 'submit', within: ['title'], counts: [1] },
     winclose: { by: 'submit', within: ['title'], counts: [1] },
-    showdetails: { by: 'span', within: ['list'], counts: [5], loose: shownKey },
+    showdetails: { by: 'span', within: ['list'], counts: [5], loose: shownKey, spread: true },
     showdetailsforhra: { by: 'span', within: ['list'], counts: [5], loose: function () { return 3; } },
-    zoom: { by: 'span', within: ['form'], counts: [2] },
+    zoom: { by: 'span', within: ['form'], counts: [2], loose: function () { return 1; } },
     newobject: { by: 'a', within: ['panel'], counts: [2, 3], bareFirst: true },
     ListCostLines: { by: 'a', within: ['panel'], counts: [3] },
     hyperlink: { by: 'a', within: ['list', 'form'], counts: [3, 2], shows: 1, loose: function () { return 1; } },
@@ -43,6 +43,9 @@
   var CHOSEN = { chosen: true };
 
   var TRIES = 50;
+  var SPREAD = 6; /* separators in the keys of one call */
+  var LABEL = 60; /* characters of a label before the keys of a refused record */
+  var NEAR = 5000; /* characters that a call with unusual keys may take */
 
   /** Splits the text between the parentheses of a call into its literal arguments; null when it is not a list of them. */
   function splitArguments(text, rule) {
@@ -79,6 +82,49 @@
     }).filter(function (args) { return rule.counts.indexOf(args.length) >= 0; });
   }
 
+  /** All ways to make five arguments of the parts when the surplus belongs to the keys, the arguments 1 to 3. */
+  function spread(parts) {
+    var surplus = parts.length - 5;
+    var all = [];
+    for (var order = 0; surplus > 0 && surplus <= SPREAD && order <= surplus; order++) {
+      var first = rejoin(parts, 1, order + 1);
+      for (var activity = 0; order + activity <= surplus; activity++) {
+        all.push(rejoin(rejoin(first, 2, activity + 1), 3, surplus - order - activity + 1));
+      }
+    }
+    return all;
+  }
+
+  /** Whether a link of a list shows these keys: the last one alone or, among the refused records, all behind a label. */
+  function showsKeys(args, text, at) {
+    var all = args.slice(1, 4).filter(Boolean).join('/ ') + '</span>';
+    var last = args[shownKey(args)] + '</span>';
+    return text.substr(at, last.length) === last || text.substr(at, all.length + LABEL).indexOf(all) >= 0;
+  }
+
+  /* Stand for known keys while a call is taken apart; no text of the component has these characters. */
+  var MASKS = 0xe000;
+
+  function repeated(character, count) {
+    return new Array(count + 1).join(character);
+  }
+
+  /**
+   * Hides the known keys that hold a quote or the end of a call, so that they are not taken apart. Each becomes a text of
+   * its own length: { text, shown: {text: key} }. `known` are keys that the page asked for.
+   */
+  function mask(text, known) {
+    var shown = {};
+    known.forEach(function (key, index) {
+      var cover = repeated(String.fromCharCode(MASKS + index), key.length);
+      var parts = text.split('"' + key + '"');
+      if (parts.length < 2) { return; }
+      shown[cover] = key;
+      text = parts.join('"' + cover + '"');
+    });
+    return { text: text, shown: shown };
+  }
+
   /** A link to a value shows that value: this tells a parenthesis of the value from the end of the call. */
   function isShown(rule, args, text, at) {
     if (rule.shows === undefined) { return true; }
@@ -87,9 +133,19 @@
   }
 
   /** The arguments that `list` holds by the rule and the text after the call, or null. */
-  function readArguments(list, rule, id, text, after) {
+  function readArguments(list, rule, element, text, after) {
     var parts = splitArguments(list, rule);
-    return parts && readings(parts, rule, id).filter(function (args) { return isShown(rule, args, text, after); })[0] || null;
+    if (!parts) { return null; }
+    parts = parts.map(function (part) { return element.shown.hasOwnProperty(part) ? element.shown[part] : part; });
+    var shown = rule.spread ? spread(parts).filter(function (args) {
+      return (!element.id || args[1] === element.id) && showsKeys(args, text, after);
+    }) : [];
+    return shown.concat(readings(parts, rule, element.id).filter(function (args) { return isShown(rule, args, text, after); }))[0] || null;
+  }
+
+  /** The keys that the arguments of a call cannot be told from without knowing them, the longest first. */
+  function unusual(keys) {
+    return keys.filter(function (key) { return key.indexOf('"') >= 0; }).sort(function (a, b) { return b.length - a.length; });
   }
 
   Tandril.calls = {
@@ -101,21 +157,28 @@
       return CALLS.hasOwnProperty(name);
     },
 
+    unusual: unusual,
+
     /**
      * Reads "javascript:name(arguments" at a place of a text up to `ending`: {call: {name, args}, end}, or null when it is
-     * no call that this element may make. element: {by: kind of element, within: its surroundings, id: its id}. An
-     * argument may hold the text of an ending, so each one before `limit` is tried until the number of arguments fits.
+     * no call that this element may make. element: {by: kind of element, within: its surroundings, id: its id, known: the
+     * unusual ones of the keys that the fragment is about}. An argument may hold the text of an ending, so each one
+     * before `limit` is tried until the number of arguments fits.
      */
     read: function (text, at, element, ending, limit) {
       var match = /^(?:javascript:)?([A-Za-z]+)\(/.exec(text.substr(at, 40));
       var rule = match && CALLS.hasOwnProperty(match[1]) && CALLS[match[1]];
       if (!rule || rule.by !== element.by || rule.within.indexOf(element.within) < 0) { return null; }
       var start = at + match[0].length;
-      for (var end = text.indexOf(ending, start), tries = 0; end >= 0 && end < limit && tries < TRIES; tries++) {
-        var after = end + ending.length;
-        var args = readArguments(text.slice(start, end), rule, element.id, text, after);
+      var masked = element.known.length ? mask(text.slice(start, Math.min(limit, start + NEAR)), element.known) : null;
+      var source = masked ? masked.text : text;
+      var shift = masked ? start : 0;
+      element.shown = masked ? masked.shown : {};
+      for (var end = source.indexOf(ending, start - shift), tries = 0; end >= 0 && end + shift < limit && tries < TRIES; tries++) {
+        var after = end + shift + ending.length;
+        var args = readArguments(source.slice(start - shift, end), rule, element, text, after);
         if (args) { return { call: { name: match[1], args: args }, end: after }; }
-        end = text.indexOf(ending, end + 1);
+        end = source.indexOf(ending, end + 1);
       }
       return null;
     }

@@ -28,8 +28,10 @@
   /* What comes between a row and the next, by surroundings. */
   var ROW_LIMITS = { list: '</td></tr><tr class=', form: '</td></tr><tr' };
 
-  function Reader(text) {
+  /* `keys`: those of the records that the fragment is about, as far as they are known. */
+  function Reader(text, keys) {
     this.text = text;
+    this.known = Tandril.calls.unusual(keys || []);
     this.at = 0;
     this.root = { tag: 'root', kids: [] };
     this.open = [this.root];
@@ -194,7 +196,7 @@
 
   /** The call at `at`, as far as an element of the kind `by` may make it here; `id` is that of the element. */
   Reader.prototype.readCall = function (at, by, ending, id) {
-    return Tandril.calls.read(this.text, at, { by: by, within: this.surroundings(), id: id }, ending, this.limit(at));
+    return Tandril.calls.read(this.text, at, { by: by, within: this.surroundings(), id: id, known: this.known }, ending, this.limit(at));
   };
 
   Reader.prototype.plainText = function (from, to) {
@@ -240,9 +242,9 @@
     Reader: Reader,
     isListRow: isListRow,
 
-    /** The tree of a fragment: an element "root" that holds everything. */
-    read: function (text) {
-      var reader = new Reader(text);
+    /** The tree of a fragment: an element "root" that holds everything. For the keys see Reader. */
+    read: function (text, keys) {
+      var reader = new Reader(text, keys);
       reader.run();
       return reader.root;
     }

@@ -91,10 +91,15 @@
     }));
   }
 
+  /* A call's arguments are the keys of the record that its fragment is about, with other words among them. */
+  function keysOf(args) {
+    return args.filter(function (arg) { return typeof arg === 'string' && arg !== ''; });
+  }
+
   function put(place, fragment, view, head) {
     place.element.classList.remove('minimized');
     place.shown = Tandril.render(place.element, fragment, {
-      run: run, state: place.state, title: view.title, subtitle: view.subtitle, head: head
+      run: run, state: place.state, title: view.title, subtitle: view.subtitle, head: head, keys: keysOf(view.args)
     });
   }
 

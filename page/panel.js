@@ -161,10 +161,10 @@
 
     /**
      * What the fragment shows as far as it is read within a time; when that is a part of a list, panel.more reads on.
-     * Anything but a list is read whole.
+     * Anything but a list is read whole. For the keys see fragment.js.
      */
-    begin: function (text, milliseconds) {
-      var reader = new Tandril.fragment.Reader(text);
+    begin: function (text, milliseconds, keys) {
+      var reader = new Tandril.fragment.Reader(text, keys);
       if (reader.run(within(milliseconds))) { return describe(reader.root); }
       var panel = describe(reader.root);
       if (!panel.list || !panel.list.rows.length || panel.form) {

@@ -115,11 +115,11 @@
 
   /**
    * Fills `place` with the panel of the fragment `fragment`. Options: run(call, event) for the calls of the fragment,
-   * state of the place's list, title for a fragment without one, subtitle, head for a list without headings. Returns
-   * { panel, list, form }.
+   * state of the place's list, title for a fragment without one, subtitle, head for a list without headings, keys of
+   * the records that the fragment is about. Returns { panel, list, form }.
    */
   Tandril.render = function (place, fragment, options) {
-    var panel = Tandril.panel.begin(fragment, FIRST);
+    var panel = Tandril.panel.begin(fragment, FIRST, options.keys);
     var title = panel.title || options.title;
     if (panel.list && options.head && !panel.list.head.length) { panel.list.head = options.head; }
     dom.forgetIds();

@@ -118,7 +118,9 @@
       if (!this.has('<form name=', at) || !this.allowsTable(at)) { return false; }
       var end = this.find('>', at, BEFORE_FORM_TABLE);
       if (end < 0) { return false; }
-      this.push({ tag: 'form', kids: [], name: this.text.slice(at + 11, end) });
+      var name = this.text.slice(at + 11, end);
+      this.known = calls.unusual(this.known.concat(name));
+      this.push({ tag: 'form', kids: [], name: name });
       this.at = end + 1;
       return true;
     },
