@@ -12,6 +12,8 @@ run   compiler
 run   builder   builder-command
 
 test  checker
+
+package  wrapper
 LIST
     local lines=""
     for package in "$@"; do
@@ -49,6 +51,10 @@ machine
 run tools/setup list test
 ok "ListsTheMissing" [ "$(cat "$output")" = $'compiler\nbuilder\nchecker' ]
 ok "ListInstallsNothing" called_not apt-get
+
+machine compiler builder
+run tools/setup list package
+ok "PackagingNeedsItsOwn" [ "$(cat "$output")" = wrapper ]
 
 machine compiler
 fake builder-command
@@ -114,7 +120,7 @@ ok "RunNeedsNoBrowserDriver" called_not npm
 machine
 run tools/setup everything
 ok "UnknownPurposeFails" exit_status_is 1
-ok "UnknownPurposeShowsUsage" printed "usage: tools/setup run|test"
+ok "UnknownPurposeShowsUsage" printed "usage: tools/setup run|test|package"
 
 machine
 echo "later something" >>"$tree/tools/packages.txt"
