@@ -9,6 +9,10 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
     # This GCC sees overlapping copies in the inlined operator+ of std::string (GCC bug 105651).
     target_compile_options(tandril_options INTERFACE -Wno-restrict)
 endif()
+if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    # Its -Wconversion asks more than that of GCC does.
+    target_compile_options(tandril_options INTERFACE -Wno-sign-conversion)
+endif()
 if(WIN32)
     target_compile_definitions(tandril_options INTERFACE
         UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN WINVER=0x0601 _WIN32_WINNT=0x0601)
@@ -17,6 +21,11 @@ if(TANDRIL_SANITIZE)
     # -g1: line numbers for the reports; more only makes the build longer.
     target_compile_options(tandril_options INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -O1 -g1)
+    target_link_options(tandril_options INTERFACE -fsanitize=address,undefined)
+endif()
+if(TANDRIL_FUZZ)
+    target_compile_options(tandril_options INTERFACE -fsanitize=fuzzer-no-link,address,undefined
+        -fno-sanitize-recover=all -fno-omit-frame-pointer -O1 -g1)
     target_link_options(tandril_options INTERFACE -fsanitize=address,undefined)
 endif()
 

@@ -75,11 +75,11 @@ struct Signature<Result (Client20::*)(Arguments...)> {
                             std::index_sequence<index...>) {
         std::tuple<std::remove_cvref_t<Arguments>...> natives{
             toNative<std::remove_cvref_t<Arguments>>(arguments[index])...};
-        Value result = toValue((client.*member)(std::get<index>(natives)...));
+        Value returned = toValue((client.*member)(std::get<index>(natives)...));
         ((isByReference<Arguments> ? void(arguments[index] = toValue(std::get<index>(natives)))
                                    : void()),
          ...);
-        return result;
+        return returned;
     }
 };
 
