@@ -71,6 +71,8 @@ function(tandril_test name)
     set_target_properties(${name}_test PROPERTIES UNITY_BUILD OFF)
     target_include_directories(${name}_test PRIVATE "${PROJECT_SOURCE_DIR}/tests")
     target_link_libraries(${name}_test PRIVATE tandril_options tandril_test_code ${ARG_LINK} GTest::gmock GTest::gtest_main)
+    # Each source of a test may name its helpers as it likes.
+    set_target_properties(${name}_test PROPERTIES UNITY_BUILD OFF)
     tandril_read_test_headers_once(${name}_test)
     add_test(NAME ${name} COMMAND ${name}_test)
     if(WIN32)

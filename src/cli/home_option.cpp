@@ -9,8 +9,9 @@ namespace tandril::cli {
 void HomeOption::define(Parser& parser) {
     parser
         .add_option("--home", folder_,
-                    "The folder that stands for the machine (default: $TANDRIL_HOME, else "
-                    "$XDG_DATA_HOME/tandril, else ~/.local/share/tandril)")
+                    "The folder that stands for the machine (default: $TANDRIL_HOME, else on "
+                    "Windows the machine itself, elsewhere $XDG_DATA_HOME/tandril, else "
+                    "~/.local/share/tandril)")
         ->type_name("DIR")
         ->check([](const std::string& folder) {
             return folder.empty() ? std::string("the folder has no name") : std::string();

@@ -11,6 +11,7 @@
 #include "masterdata/tables.h"
 #include "platform/fault.h"
 #include "platform/terminal.h"
+#include "platform/utf8_path.h"
 
 namespace tandril::cli {
 namespace {
@@ -36,7 +37,8 @@ std::string_view describe(platform::DatabaseKind kind) {
 
 // Lays the home out, unless it is already. Its folder must be there.
 void initialise(Client20& client, const std::string& home) {
-    if (!std::filesystem::is_directory(home)) {
+    // No home at all is the machine itself.
+    if (!home.empty() && !std::filesystem::is_directory(platform::pathFromUtf8(home))) {
         throw Fault("there is no home \"" + home + "\"");
     }
     const Variant error = client.Initialize();
@@ -109,8 +111,8 @@ int MasterdataCommand::import(const Streams& streams) {
     const std::string home = home_.folder();
     LocalClient local(home);
     initialise(local.client(), home);
-    const std::string name =
-        baseName(name_.empty() ? std::filesystem::path(file_).filename().string() : name_);
+    const std::string name = baseName(
+        name_.empty() ? platform::utf8FromPath(platform::pathFromUtf8(file_).filename()) : name_);
     const ImportResult result =
         importShown(MasterdataFolder(home), file_, name, replace_, streams.err);
     streams.out << name << ": " << masterdata::tables().size() << " tables, " << result.rows

@@ -10,6 +10,7 @@
 #include "platform/fault.h"
 #include "platform/machine.h"
 #include "platform/system_path.h"
+#include "platform/utf8_path.h"
 
 namespace tandril::cli {
 namespace {
@@ -20,13 +21,13 @@ namespace fs = std::filesystem;
 class WorkFile {
   public:
     explicit WorkFile(std::string path) : path_(std::move(path)) {
-        if (!std::ofstream(path_, std::ios::binary | std::ios::trunc)) {
+        if (!std::ofstream(platform::pathFromUtf8(path_), std::ios::binary | std::ios::trunc)) {
             throw Fault("cannot write \"" + path_ + "\"");
         }
     }
     ~WorkFile() {
         std::error_code ignored;
-        fs::remove(path_, ignored);
+        fs::remove(platform::pathFromUtf8(path_), ignored);
     }
     WorkFile(const WorkFile&) = delete;
     WorkFile& operator=(const WorkFile&) = delete;
@@ -52,7 +53,7 @@ class NewDatabase {
     void finish() {
         connection_->commit();
         connection_.reset();
-        fs::rename(file_.path(), path_);
+        fs::rename(platform::pathFromUtf8(file_.path()), platform::pathFromUtf8(path_));
     }
 
   private:
@@ -69,10 +70,11 @@ MasterdataFolder::MasterdataFolder(const std::string& home)
 std::vector<MasterdataFolder::Entry> MasterdataFolder::databases() const {
     std::vector<Entry> found;
     std::error_code missing;
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder_, missing)) {
+    for (const fs::directory_entry& entry :
+         fs::directory_iterator(platform::pathFromUtf8(folder_), missing)) {
         if (entry.is_regular_file() && entry.path().extension() == databaseExtension) {
-            found.push_back(
-                {entry.path().stem().string(), platform::databaseKind(entry.path().string())});
+            found.push_back({platform::utf8FromPath(entry.path().stem()),
+                             platform::databaseKind(platform::utf8FromPath(entry.path()))});
         }
     }
     std::ranges::sort(found, {}, &Entry::name);
@@ -80,7 +82,7 @@ std::vector<MasterdataFolder::Entry> MasterdataFolder::databases() const {
 }
 
 bool MasterdataFolder::has(const std::string& name) const {
-    return fs::is_regular_file(pathOf(name));
+    return fs::is_regular_file(platform::pathFromUtf8(pathOf(name)));
 }
 
 void MasterdataFolder::create(const std::string& name, bool replace) const {
@@ -124,7 +126,7 @@ std::string MasterdataFolder::pathOf(const std::string& name) const {
 
 std::string MasterdataFolder::newPath(const std::string& name, bool replace) const {
     std::string path = pathOf(name);
-    if (!replace && fs::exists(path)) {
+    if (!replace && fs::exists(platform::pathFromUtf8(path))) {
         throw Fault("there is a database \"" + name + "\" already; --replace replaces it");
     }
     return path;

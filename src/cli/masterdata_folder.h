@@ -10,8 +10,8 @@
 
 namespace tandril::cli {
 
-// What a database file in the master-data folder is named, whatever it holds.
-constexpr std::string_view databaseExtension = ".mdb";
+// What the file name of every database ends in.
+inline constexpr std::string_view databaseExtension = ".mdb";
 
 // What an import tells while it runs and when it is done.
 struct ImportProgress {

@@ -2,6 +2,7 @@
 
 #include "cli/batch_command.h"
 #include "cli/call_command.h"
+#include "cli/masterdata_command.h"
 #include "cli/methods_command.h"
 #include "cli/removed_command.h"
 
@@ -14,6 +15,7 @@ std::vector<std::unique_ptr<Command>> allCommands() {
     commands.push_back(std::make_unique<BatchCommand>());
     commands.push_back(std::make_unique<MethodsCommand>());
     commands.push_back(std::make_unique<RemovedCommand>());
+    commands.push_back(std::make_unique<MasterdataCommand>());
     return commands;
 }
 

@@ -28,14 +28,15 @@ class OwnedMachine {
     virtual Machine machine() = 0;
 };
 
-// The machine that the programs run on. `home` is the folder that stands for it, where the platform
-// has no registry and no drive "C:" of its own; it is ignored elsewhere. A home that does not exist
-// is no fault: its drive "C:" is missing then, and nothing is created.
+// The machine that the programs run on. `home` is the folder that stands for it; an empty one
+// stands for the machine itself, where the platform has a registry and a drive "C:" of its own, and
+// is a fault elsewhere. A home that does not exist is no fault: its drive "C:" is missing then, and
+// nothing is created.
 std::unique_ptr<OwnedMachine> openMachine(const std::string& home);
 
-// The home when none is named: $TANDRIL_HOME, else $XDG_DATA_HOME/tandril, else
-// ~/.local/share/tandril. Only the last two are created when they are missing; throws Fault when
-// that fails, or when the environment names no place.
+// The home when none is named: $TANDRIL_HOME, else on Windows the machine itself, elsewhere
+// $XDG_DATA_HOME/tandril, else ~/.local/share/tandril. Only the last two are created when they are
+// missing; throws Fault when that fails, or when the environment names no place.
 std::string defaultHome();
 
 // Where a system path lies on this machine, for programs that do not go through the ports. Throws

@@ -4,7 +4,8 @@
 #include <filesystem>
 
 #include "days/comparison.h"
-#include "platform/odbc/connection.h"
+#include "platform/home/file_drivers.h"
+#include "platform/utf8_path.h"
 #include "surface/json_call.h"
 
 namespace tandril::test {
@@ -46,8 +47,11 @@ std::string bytesOf(const json& file) {
                             : file.get<std::string>();
 }
 
-platform::odbc::OdbcConnection openDatabase(const std::string& path) {
-    return platform::odbc::OdbcConnection("Driver=SQLite3;Database=" + path);
+// An empty file is an empty database.
+std::unique_ptr<platform::Connection> createDatabaseFile(const TemporaryHome& home,
+                                                         const std::string& file) {
+    home.write(file, "");
+    return platform::openSqliteFile(home.pathOf(file));
 }
 
 std::string literal(const json& value) {
@@ -64,9 +68,9 @@ std::string literal(const json& value) {
     return text + "'";
 }
 
-std::string databasePath(const TemporaryHome& home, const json& masterData) {
-    return home.pathOf(std::string(installFolder) + "MasterData/" +
-                       masterData["name"].get<std::string>() + ".mdb");
+std::string databaseFile(const json& masterData) {
+    return std::string(installFolder) + "MasterData/" + masterData["name"].get<std::string>() +
+           ".mdb";
 }
 
 void createTable(platform::Connection& connection, const std::string& name, const json& table) {
@@ -85,9 +89,7 @@ void createTable(platform::Connection& connection, const std::string& name, cons
     }
 }
 
-void createDatabase(const std::string& path, const json& tables) {
-    std::filesystem::create_directories(std::filesystem::path(path).parent_path());
-    auto connection = openDatabase(path);
+void fillDatabase(platform::Connection& connection, const json& tables) {
     connection.begin();
     for (const auto& [name, table] : tables.items()) {
         createTable(connection, name, table);
@@ -137,9 +139,9 @@ std::vector<std::vector<std::string>> readTable(platform::Connection& connection
 }
 
 Tables actualTables(const std::string& path) {
-    auto connection = openDatabase(path);
+    const auto connection = platform::openSqliteFile(path);
     std::vector<std::string> names;
-    connection.query(
+    connection->query(
         "SELECT name FROM sqlite_master WHERE type='table'", [](const auto&) {},
         [&](const std::vector<std::string>& row) {
             names.push_back(row[0]);
@@ -147,7 +149,7 @@ Tables actualTables(const std::string& path) {
         });
     Tables tables;
     for (const std::string& name : names) {
-        tables[name] = readTable(connection, name);
+        tables[name] = readTable(*connection, name);
     }
     return sorted(std::move(tables));
 }
@@ -159,7 +161,8 @@ RecordedHome::RecordedHome(const json& day) {
         home_.write(name, bytesOf(file));
     }
     if (!day["masterdata"].is_null()) {
-        createDatabase(databasePath(home_, day["masterdata"]), day["masterdata"]["tables"]);
+        fillDatabase(*createDatabaseFile(home_, databaseFile(day["masterdata"])),
+                     day["masterdata"]["tables"]);
     }
     restart();
 }
@@ -178,7 +181,8 @@ std::optional<json> RecordedHome::run(const json& step) {
     if (method == "$restart") {
         restart();
     } else if (method == "$delete") {
-        std::filesystem::remove_all(home_.pathOf(arguments[0].get<std::string>()));
+        std::filesystem::remove_all(
+            platform::pathFromUtf8(home_.pathOf(arguments[0].get<std::string>())));
     } else if (method == "$write") {
         home_.write(arguments[0].get<std::string>(), bytesOf(arguments[1]));
     } else if (method == "$mkdir") {
@@ -212,7 +216,7 @@ std::string RecordedHome::compareFile(const std::string& name, std::string_view 
 
 std::string RecordedHome::compareTables(const json& day) const {
     const Tables expected = expectedTables(day["tables"]);
-    const Tables actual = actualTables(databasePath(home_, day["masterdata"]));
+    const Tables actual = actualTables(home_.pathOf(databaseFile(day["masterdata"])));
     for (const auto& [name, rows] : expected) {
         const auto found = actual.find(name);
         if (found == actual.end()) {

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "platform/fault.h"
-#include "platform/odbc/connection.h"
+#include "platform/home/file_drivers.h"
 #include "support/fake_database.h"
 #include "support/query_result.h"
 #include "support/temporary_home.h"
@@ -189,8 +189,10 @@ TEST_F(SynchroniseTest, FailsWhenSomethingElseGoesWrong) {
 
 TEST(SynchroniseSqlite, AppliesEveryRowUpToTheOneThatFails) {
     TemporaryHome home;
-    const std::string source = "Driver=libsqlite3odbc.so;Database=" + home.pathOf("m.db");
-    platform::odbc::OdbcConnection database(source);
+    home.write("m.db", "");
+    const auto open = [&] { return platform::openSqliteFile(home.pathOf("m.db")); };
+    const auto connection = open();
+    platform::Connection& database = *connection;
     database.execute("CREATE TABLE UNITS (COMP TEXT, CUNI TEXT, DSCA TEXT, PRIMARY KEY (CUNI))");
     database.execute("CREATE TABLE SOLUTIONS (COMP TEXT, CSTN TEXT, DSCA TEXT)");
     database.execute("INSERT INTO UNITS VALUES ('100', 'h', 'Hours'), ('200', 'm', 'Metres')");
@@ -202,9 +204,7 @@ TEST(SynchroniseSqlite, AppliesEveryRowUpToTheOneThatFails) {
         "<r STATUS='I' ID='h'><CUNI>h</CUNI></r>"
         "<r STATUS='D' ID='kg'/></UNITS>"
         "<SOLUTIONS><r STATUS='I' ID='s'><CSTN>s</CSTN></r></SOLUTIONS></HBMasterData>";
-    EXPECT_EQ(synchronise(extract,
-                          [&] { return std::make_unique<platform::odbc::OdbcConnection>(source); }),
-              "SUCCESSFUL");
+    EXPECT_EQ(synchronise(extract, open), "SUCCESSFUL");
     EXPECT_THAT(
         resultOf(database, "SELECT * FROM UNITS").records,
         UnorderedElementsAre(ElementsAre("100", "h", "Stunden"), ElementsAre("200", "m", "Metres"),

@@ -4,10 +4,10 @@
 #include <filesystem>
 
 #include "platform/fault.h"
-#include "platform/linux/home_database.h"
+#include "platform/home/home_database.h"
+#include "platform/home/registry_file.h"
 #include "platform/linux/home_files.h"
 #include "platform/linux/posix_file.h"
-#include "platform/linux/registry_file.h"
 #include "platform/linux/shell.h"
 #include "platform/linux/wall_clock.h"
 
@@ -24,7 +24,8 @@ class HomeMachine final : public OwnedMachine {
   private:
     RegistryFile registry_;
     HomeFiles files_;
-    HomeDatabase database_{files_, registry_};
+    HomeDatabase database_{[this](std::string_view path) { return files_.realPath(path); },
+                           registry_};
     DesktopShell shell_;
     WallClock clock_;
 };

@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "platform/fault.h"
+#include "platform/odbc/handles.h"
 #include "platform/odbc/single_statement.h"
 #include "platform/odbc/text_calls.h"
 
@@ -71,17 +72,25 @@ bool fetch(SQLHSTMT statement, std::vector<std::string>& values) {
 
 }  // namespace
 
+struct OdbcConnection::Handles {
+    explicit Handles(const std::string& connectionString) : session(connectionString) {}
+
+    Session session;
+    Statement statement{session.get()};  // serves one execute() after the other
+};
+
 OdbcConnection::OdbcConnection(const std::string& connectionString)
-    : session_(connectionString),
-      statement_(session_.get()),
-      hasTransactions_(supportsTransactions(session_.get())) {}
+    : handles_(std::make_unique<Handles>(connectionString)),
+      hasTransactions_(supportsTransactions(handles_->session.get())) {}
+
+OdbcConnection::~OdbcConnection() = default;
 
 void OdbcConnection::query(std::string_view sql,
                            const std::function<void(const std::vector<std::string>&)>& columns,
                            const std::function<bool(const std::vector<std::string>&)>& row) {
     // A statement of its own: some drivers give up the locks of a cursor that was not read to its
     // end only with the statement.
-    const Statement statement(session_.get());
+    const Statement statement(handles_->session.get());
     run(statement.get(), sql);
     std::vector<std::string> values = columnNames(statement.get());
     columns(values);
@@ -93,8 +102,8 @@ void OdbcConnection::query(std::string_view sql,
 }
 
 void OdbcConnection::execute(std::string_view sql) {
-    const CursorCloser closer(statement_.get());
-    run(statement_.get(), sql);
+    const CursorCloser closer(handles_->statement.get());
+    run(handles_->statement.get(), sql);
 }
 
 void OdbcConnection::begin() {
@@ -109,12 +118,12 @@ void OdbcConnection::rollback() {
     end(SQL_ROLLBACK, "cannot roll back");
 }
 
-void OdbcConnection::end(SQLSMALLINT completion, const char* what) {
+void OdbcConnection::end(short completion, const char* what) {
     if (!hasTransactions_) {
         return;
     }
-    if (!SQL_SUCCEEDED(SQLEndTran(SQL_HANDLE_DBC, session_.get(), completion))) {
-        throwFault(what, SQL_HANDLE_DBC, session_.get());
+    if (!SQL_SUCCEEDED(SQLEndTran(SQL_HANDLE_DBC, handles_->session.get(), completion))) {
+        throwFault(what, SQL_HANDLE_DBC, handles_->session.get());
     }
     setAutocommit(true);
 }
@@ -126,8 +135,9 @@ void OdbcConnection::setAutocommit(bool on) {
     const std::uintptr_t mode = on ? SQL_AUTOCOMMIT_ON : SQL_AUTOCOMMIT_OFF;
     // ODBC passes numbers as pointers. NOLINTNEXTLINE(performance-no-int-to-ptr)
     const auto attribute = reinterpret_cast<SQLPOINTER>(mode);
-    if (!SQL_SUCCEEDED(SQLSetConnectAttr(session_.get(), SQL_ATTR_AUTOCOMMIT, attribute, 0))) {
-        throwFault("cannot change the transaction mode", SQL_HANDLE_DBC, session_.get());
+    if (!SQL_SUCCEEDED(
+            SQLSetConnectAttr(handles_->session.get(), SQL_ATTR_AUTOCOMMIT, attribute, 0))) {
+        throwFault("cannot change the transaction mode", SQL_HANDLE_DBC, handles_->session.get());
     }
 }
 

@@ -1,11 +1,11 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "platform/database.h"
-#include "platform/odbc/handles.h"
 
 namespace tandril::platform::odbc {
 
@@ -18,6 +18,9 @@ namespace tandril::platform::odbc {
 class OdbcConnection final : public Connection {
   public:
     explicit OdbcConnection(const std::string& connectionString);
+    ~OdbcConnection() override;
+    OdbcConnection(const OdbcConnection&) = delete;
+    OdbcConnection& operator=(const OdbcConnection&) = delete;
 
     void query(std::string_view sql,
                const std::function<void(const std::vector<std::string>&)>& columns,
@@ -29,10 +32,11 @@ class OdbcConnection final : public Connection {
 
   private:
     void setAutocommit(bool on);
-    void end(SQLSMALLINT completion, const char* what);
+    void end(short completion, const char* what);
 
-    Session session_;
-    Statement statement_;  // serves one execute() after the other
+    // Behind it are the headers of ODBC, which on Windows drag all of that system's along.
+    struct Handles;
+    std::unique_ptr<Handles> handles_;
     bool hasTransactions_ = false;
 };
 

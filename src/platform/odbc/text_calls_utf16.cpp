@@ -25,8 +25,8 @@ constexpr std::size_t kLargestPiece = 1U << 20U;
 
 SQLRETURN connect(SQLHDBC connection, std::string_view connectionString) {
     std::wstring wide = toWide(connectionString);
-    return SQLDriverConnectW(connection, nullptr, input(wide),
-                             static_cast<SQLSMALLINT>(wide.size()), nullptr, 0, nullptr,
+    // Under Wine a length in units would be taken for one in bytes of UTF-8, and cut the end off.
+    return SQLDriverConnectW(connection, nullptr, input(wide), SQL_NTS, nullptr, 0, nullptr,
                              SQL_DRIVER_NOPROMPT);
 }
 

@@ -12,7 +12,7 @@ namespace tandril::platform {
 // The files of drive "C:", or of a folder that stands for it. Paths are taken to the letter: a name
 // that Windows would read as a device ("NUL") or shorten ("a.") is the name of a file like others.
 // A path that leads elsewhere than below the drive names nothing, and whatever needs it is a fault.
-class DriveFiles final : public FileSystem {
+class DriveFiles : public FileSystem {
   public:
     // `root` stands for the drive; without a backslash at its end.
     explicit DriveFiles(std::wstring root = L"C:") : root_(std::move(root)) {}

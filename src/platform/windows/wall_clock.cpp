@@ -20,7 +20,7 @@ std::string formatGeneralDate(const SYSTEMTIME& time, const std::wstring& locale
 std::string WallClock::generalDate() const {
     SYSTEMTIME now{};
     ::GetLocalTime(&now);
-    return formatGeneralDate(now, L"");
+    return formatGeneralDate(now, locale_);
 }
 
 }  // namespace tandril::platform

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <string>
+#include <utility>
 
 #include "platform/clock.h"
 
@@ -12,10 +13,15 @@ namespace tandril::platform {
 // a blank, long time.
 std::string formatGeneralDate(const SYSTEMTIME& time, const std::wstring& locale);
 
-// The local time, in the user's own form.
+// The local time, in the user's own form or in that of a locale.
 class WallClock final : public Clock {
   public:
+    explicit WallClock(std::wstring locale = L"") : locale_(std::move(locale)) {}
+
     std::string generalDate() const override;
+
+  private:
+    std::wstring locale_;
 };
 
 }  // namespace tandril::platform

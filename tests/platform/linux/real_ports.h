@@ -2,8 +2,8 @@
 
 #include <string>
 
+#include "platform/home/registry_file.h"
 #include "platform/linux/home_files.h"
-#include "platform/linux/registry_file.h"
 #include "support/temporary_home.h"
 
 // The ports of this platform, for the cases that every implementation has to keep to.

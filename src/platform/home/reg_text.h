@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/linux/reg_document.h"
+#include "platform/home/reg_document.h"
 
 namespace tandril::platform {
 

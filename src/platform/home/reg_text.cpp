@@ -1,4 +1,4 @@
-#include "platform/linux/reg_text.h"
+#include "platform/home/reg_text.h"
 
 #include <algorithm>
 #include <set>

@@ -1,4 +1,4 @@
-#include "platform/linux/reg_encoding.h"
+#include "platform/home/reg_encoding.h"
 
 #include <cstddef>
 

@@ -1,8 +1,8 @@
-#include "platform/linux/access_connection.h"
+#include "platform/home/access_connection.h"
 
 #include "platform/ascii.h"
 #include "platform/fault.h"
-#include "platform/linux/whole_table_select.h"
+#include "platform/home/whole_table_select.h"
 
 namespace tandril::platform {
 namespace {

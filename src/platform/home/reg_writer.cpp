@@ -1,7 +1,7 @@
 #include <cstdint>
 #include <cstdio>
 
-#include "platform/linux/reg_document.h"
+#include "platform/home/reg_document.h"
 
 namespace tandril::platform {
 

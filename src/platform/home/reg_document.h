@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/linux/reg_encoding.h"
+#include "platform/home/reg_encoding.h"
 
 // A registry file as text: every line is kept as it stands, and those that mean a value carry that
 // value beside it.

@@ -1,5 +1,5 @@
 // Data sources of a home: which file they name and what opens it.
-#include "platform/linux/home_database.h"
+#include "platform/home/home_database.h"
 
 #include <gmock/gmock.h>
 #include <unistd.h>
@@ -8,6 +8,7 @@
 #include <fstream>
 
 #include "platform/fault.h"
+#include "platform/linux/home_files.h"
 #include "platform/odbc/connection.h"
 #include "support/memory_registry.h"
 #include "support/query_result.h"
@@ -63,7 +64,8 @@ class HomeDatabaseTest : public ::testing::Test {
     TemporaryHome home_;
     platform::HomeFiles files_{home_.path()};
     MemoryRegistry registry_;
-    platform::HomeDatabase database_{files_, registry_};
+    platform::HomeDatabase database_{
+        [this](std::string_view path) { return files_.realPath(path); }, registry_};
 };
 
 TEST_F(HomeDatabaseTest, OpensAnEmptyFileAsSqlite) {

@@ -1,10 +1,13 @@
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include "platform/database.h"
-#include "platform/linux/home_files.h"
 #include "platform/registry.h"
 
 namespace tandril::platform {
@@ -16,14 +19,17 @@ namespace tandril::platform {
 // driver, used as it stands.
 class HomeDatabase final : public Database {
   public:
+    // Where a system path lies on this machine, nothing when it might lead out of the home.
+    using RealPath = std::function<std::optional<std::string>(std::string_view)>;
+
     // Both must outlive the object.
-    HomeDatabase(const HomeFiles& files, const Registry& registry)
-        : files_(files), registry_(registry) {}
+    HomeDatabase(RealPath realPath, const Registry& registry)
+        : realPath_(std::move(realPath)), registry_(registry) {}
 
     std::unique_ptr<Connection> open(std::string_view dsn) override;
 
   private:
-    const HomeFiles& files_;
+    RealPath realPath_;
     const Registry& registry_;
 };
 

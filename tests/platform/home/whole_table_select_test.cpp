@@ -1,4 +1,4 @@
-#include "platform/linux/whole_table_select.h"
+#include "platform/home/whole_table_select.h"
 
 #include <gmock/gmock.h>
 

@@ -1,5 +1,5 @@
 // What a registry in a file adds to the registry: when it is read and written.
-#include "platform/linux/registry_file.h"
+#include "platform/home/registry_file.h"
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>

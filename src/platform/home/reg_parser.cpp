@@ -6,7 +6,7 @@
 
 #include "platform/ascii.h"
 #include "platform/fault.h"
-#include "platform/linux/reg_document.h"
+#include "platform/home/reg_document.h"
 
 namespace tandril::platform {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/linux/home_database.h"
+#include "platform/home/home_database.h"
 
 #include "platform/database_file.h"
 #include "platform/fault.h"
@@ -22,7 +22,7 @@ std::unique_ptr<Connection> HomeDatabase::open(std::string_view dsn) {
     if (!file) {
         throw Fault("there is no data source \"" + std::string(dsn) + "\"");
     }
-    return openDatabaseFile(files_.realPath(*file).value_or(""), *file);
+    return openDatabaseFile(realPath_(*file).value_or(""), *file);
 }
 
 }  // namespace tandril::platform

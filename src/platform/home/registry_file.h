@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/linux/reg_text.h"
+#include "platform/home/reg_text.h"
 #include "platform/registry.h"
 
 namespace tandril::platform {

@@ -1,5 +1,5 @@
 // The registry editor's text form: what it means, and that its bytes survive.
-#include "platform/linux/reg_text.h"
+#include "platform/home/reg_text.h"
 
 #include <gmock/gmock.h>
 

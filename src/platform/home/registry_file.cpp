@@ -1,11 +1,7 @@
-#include "platform/linux/registry_file.h"
-
-#include <unistd.h>
-
-#include <cerrno>
+#include "platform/home/registry_file.h"
 
 #include "platform/fault.h"
-#include "platform/linux/posix_file.h"
+#include "platform/home/host_file.h"
 
 namespace tandril::platform {
 namespace {
@@ -25,20 +21,15 @@ RegText parse(const std::string& path, const std::string& bytes) {
     }
 }
 
-// Any other reason than a missing file is for the reading to report.
-bool isMissing(const std::string& path) {
-    return ::access(path.c_str(), F_OK) != 0 && (errno == ENOENT || errno == ENOTDIR);
-}
-
 }  // namespace
 
 RegistryFile::Content& RegistryFile::content() const {
     if (!content_) {
-        if (isMissing(path_)) {
+        if (isHostFileMissing(path_)) {
             const RegText empty;
             content_ = Content{empty, empty.bytes()};
         } else {
-            std::string bytes = readFile(path_, path_);
+            std::string bytes = readHostFile(path_);
             RegText text = parse(path_, bytes);
             content_ = Content{std::move(text), std::move(bytes)};
         }
@@ -90,7 +81,7 @@ void RegistryFile::flush(Durability durability) {
     if (!content_) return;
     std::string bytes = content_->text.bytes();
     if (bytes == content_->saved) return;
-    replaceFile(path_, path_, bytes, durability);
+    replaceHostFile(path_, bytes, durability);
     content_->saved = std::move(bytes);
 }
 
