@@ -103,7 +103,7 @@ test('ARefusedRecordIsCorrectedAndSentAgain', async () => {
   await page.fill('#divDetails [data-field=Item]', 'FLT-300');
   await save();
   await page.waitForFunction((rows) => document.querySelectorAll('#divList tr.tablerows').length === rows - 1, count);
-  assert.match(await page.textContent('#syncState'), /1 changes wait/);
+  await page.waitForFunction(() => /1 changes wait/.test(document.getElementById('syncState').textContent));
   const steps = await synchronise();
   assert.match(steps[1][1], /\d+ accepted, 0 refused/);
   await page.waitForFunction(() => /nothing waits/.test(document.getElementById('syncState').textContent));
