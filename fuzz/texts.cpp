@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "platform/fault.h"
-#include "platform/linux/reg_text.h"
+#include "platform/home/reg_text.h"
 #include "target.h"
 #include "xml/document.h"
 
