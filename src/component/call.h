@@ -72,13 +72,15 @@ class Call {
     static std::string errorLine(std::string_view text);
     static std::string xmlLine(std::string_view xml);
 
+    // Writes what changed, which the call does once: what changes behind this is not saved any
+    // more. Throws Fault when a file cannot be written.
+    void save();
     // Saves what changed. finish() ends a call that went well and throws Fault when a file cannot
     // be written; abandon() ends one that a fault cut short and never throws.
     void finish();
     void abandon() noexcept;
 
   private:
-    void save();
     std::optional<std::string> newStore() const;
     std::optional<std::string> newReport();
     void loadCopies();

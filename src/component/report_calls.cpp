@@ -52,6 +52,10 @@ std::string take(Call& call, const std::string& xml) {
     if (!keep(call, std::move(*received), xml)) {
         return call.fail(reportNotLoadable);
     }
+    if (call.store() == nullptr) {
+        // The report waits for a store, and is safe before the caller hears that there is none.
+        call.save();
+    }
     if (const auto failure = call.failWithoutStore()) {
         return *failure;
     }

@@ -93,6 +93,33 @@ TEST(DownloadErrors, WithoutAStoreIsStoredAndNotApplied) {
     }
 }
 
+// The report is stored before the store is looked at: a call whose report got lost must not end in
+// the store's error, behind which the page would take the report for stored.
+TEST(DownloadErrors, WithoutAStoreFailsForTheReportThatCannotBeStored) {
+    for (const std::string_view before : {"", "<R/>"}) {
+        StoreWorkstation w;
+        w.machine.files.remove(paths::store);
+        if (!before.empty()) {
+            w.putReport(before);
+        }
+        w.machine.faults.failOn(FileOperation::Replace, 1);
+        EXPECT_THROW(w.client.DownloadErrors(report(file(entry("Error", "A1")))), Fault);
+        EXPECT_EQ(w.error(), "1");
+        EXPECT_EQ(w.log(), "");
+        EXPECT_EQ(w.report(), before.empty() ? "(no file)" : before);
+    }
+}
+
+TEST(DownloadErrors, WithoutAStoreAndALogStoresTheReport) {
+    StoreWorkstation w;
+    w.machine.files.remove(paths::store);
+    w.machine.files.remove(paths::log);
+    const std::string xml = report(file(entry("Error", "A1")));
+    EXPECT_THROW(w.client.DownloadErrors(xml), Fault);
+    EXPECT_EQ(w.error(), "text of SLBEU0260");
+    EXPECT_EQ(w.report(), xml);
+}
+
 TEST(DownloadErrors, ReadsAndWritesEachFileOnce) {
     StoreWorkstation w;
     w.putSections(orders(order("A1", "NU", "15") + order("A2", "NU", "15")));
