@@ -9,10 +9,15 @@
 namespace tandril::store {
 namespace {
 
+// A record that was new all along counts as well: it is to be sent, and a group that passes for
+// sent would hide it from the lists of what waits.
 void resetState(OrderStore& store, const RecordKey& key) {
     const xml::Node record = store.record(key);
-    if (record && store.apply(Event::Confirmed, record) && key.section != Section::Orders &&
-        stateOf(record) == state::created) {
+    if (!record) {
+        return;
+    }
+    store.apply(Event::Confirmed, record);
+    if (key.section != Section::Orders && stateOf(record) == state::created) {
         store.apply(GroupEvent::MemberCreated, record.parent());
     }
 }

@@ -63,9 +63,13 @@ TEST(Confirm, ResetsTheFlagOfWhatStays) {
               orders("<record ServiceOrder=\"A1\" State=\"N\"/>"));
 }
 
-TEST(Confirm, AFlagThatBecomesNewMakesTheGroupNewAgain) {
+TEST(Confirm, AFlagThatIsNewThenMakesTheGroupNewAgain) {
     const std::string open = orders(order("A1", "O", "15"));
     EXPECT_EQ(confirmed(open + activities(group("A1", activity("10", "NU", "15"), "NU")),
+                        entry("Completed", "A1", "10"))
+                  .sections,
+              open + activities(group("A1", activity("10", "N", "15"), "N")));
+    EXPECT_EQ(confirmed(open + activities(group("A1", activity("10", "N", "15"), "NU")),
                         entry("Completed", "A1", "10"))
                   .sections,
               open + activities(group("A1", activity("10", "N", "15"), "N")));
