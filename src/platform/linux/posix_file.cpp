@@ -5,46 +5,17 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdio>
 #include <memory>
 #include <optional>
-#include <random>
 #include <system_error>
-#include <utility>
 #include <vector>
 
 #include "platform/fault.h"
+#include "platform/linux/descriptor.h"
+#include "platform/linux/temporary_file.h"
 
 namespace tandril::platform {
 namespace {
-
-// An open file descriptor, closed when destroyed.
-class Descriptor {
-  public:
-    explicit Descriptor(int fd) : fd_(fd) {}
-    ~Descriptor() {
-        if (fd_ >= 0) ::close(fd_);
-    }
-    Descriptor(Descriptor&& other) noexcept : fd_(std::exchange(other.fd_, -1)) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    Descriptor& operator=(Descriptor&&) = delete;
-
-    bool valid() const { return fd_ >= 0; }
-    int get() const { return fd_; }
-    // Some file systems report a failed write only here.
-    bool close() { return ::close(std::exchange(fd_, -1)) == 0; }
-
-  private:
-    int fd_;
-};
-
-// What is done to which file, for the message of the fault when a step of it fails.
-struct Attempt {
-    std::string_view what;
-    std::string_view shown;
-    [[noreturn]] void fail(int error) const { throwSystemFault(what, shown, error); }
-};
 
 // Opens a regular file. Without O_NONBLOCK the open itself would wait at a pipe.
 Descriptor openRegular(const std::string& path, int flags, const Attempt& attempt) {
@@ -56,63 +27,6 @@ Descriptor openRegular(const std::string& path, int flags, const Attempt& attemp
     if (!S_ISREG(status.st_mode)) attempt.fail(EINVAL);
     return file;
 }
-
-// Returns 0, or the error that ended the writing.
-int writeAll(int fd, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t written = ::write(fd, bytes.data(), bytes.size());
-        if (written < 0 && errno == EINTR) continue;
-        if (written < 0) return errno;
-        bytes.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return 0;
-}
-
-// A new file beside the one to replace. Removed when destroyed, unless renamed before.
-class TemporaryFile {
-  public:
-    TemporaryFile(int folder, mode_t mode, const Attempt& attempt)
-        : folder_(folder), attempt_(attempt), file_(create(mode)) {}
-    ~TemporaryFile() {
-        if (!renamed_) ::unlinkat(folder_, name_.c_str(), 0);
-    }
-    TemporaryFile(const TemporaryFile&) = delete;
-    TemporaryFile& operator=(const TemporaryFile&) = delete;
-
-    void write(std::string_view bytes, Durability durability) {
-        if (const int error = writeAll(file_.get(), bytes)) attempt_.fail(error);
-        if (durability == Durability::Durable && ::fsync(file_.get()) != 0) attempt_.fail(errno);
-        if (!file_.close()) attempt_.fail(errno);
-    }
-
-    void renameTo(const std::string& name) {
-        if (::renameat(folder_, name_.c_str(), folder_, name.c_str()) != 0) attempt_.fail(errno);
-        renamed_ = true;
-    }
-
-    int descriptor() const { return file_.get(); }
-
-  private:
-    // The name is random and the creation exclusive: process ids would collide where processes of
-    // several containers or machines share the folder.
-    Descriptor create(mode_t mode) {
-        std::random_device random;
-        for (;;) {
-            char name[40];
-            std::snprintf(name, sizeof name, ".tandril-%08x%08x.tmp", random(), random());
-            name_ = name;
-            Descriptor file(::openat(folder_, name, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
-            if (file.valid()) return file;
-            if (errno != EEXIST) attempt_.fail(errno);
-        }
-    }
-
-    int folder_;
-    Attempt attempt_;
-    std::string name_;
-    Descriptor file_;
-    bool renamed_ = false;
-};
 
 // Not every file system can synchronise a folder; those that cannot say EINVAL.
 void syncFolder(int folder, const Attempt& attempt) {
@@ -139,7 +53,7 @@ class Replacing {
                          O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
         if (!folder_.valid()) attempt_.fail(errno);
         const mode_t kept = permissionsToKeep(folder_.get(), name_, attempt_);
-        temporary_.emplace(folder_.get(), 0666, attempt_);
+        temporary_.emplace(folder_.get(), name_, 0666, attempt_);
         if (kept != 0 && ::fchmod(temporary_->descriptor(), kept) != 0) attempt_.fail(errno);
         temporary_->write(file.bytes, durability);
     }

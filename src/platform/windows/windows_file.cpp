@@ -3,14 +3,17 @@
 #include <windows.h>
 
 #include <algorithm>
-#include <cwchar>
+#include <cstddef>
+#include <cstring>
 #include <memory>
+#include <new>
 #include <optional>
-#include <random>
 #include <utility>
 #include <vector>
 
+#include "platform/temporary_names.h"
 #include "platform/windows/system_fault.h"
+#include "platform/windows/wide.h"
 
 namespace tandril::platform {
 namespace {
@@ -57,12 +60,14 @@ DWORD writeAll(HANDLE file, std::string_view bytes) {
     return 0;
 }
 
-// Virus scanners and indexers open a new file for an instant, and nobody can move it meanwhile.
-bool moveFile(const std::wstring& from, const std::wstring& to, DWORD flags) {
+// Moves a file by a function that says whether it could. Virus scanners and indexers open a new
+// file for an instant, and nobody can move it meanwhile.
+template <class Move>
+bool retryMove(const Move& move) {
     constexpr int kTries = 10;
     constexpr DWORD kPause = 20;  // milliseconds
     for (int attempt = 1;; ++attempt) {
-        if (::MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | flags)) return true;
+        if (move()) return true;
         const DWORD error = ::GetLastError();
         const bool mayPass = error == ERROR_SHARING_VIOLATION || error == ERROR_ACCESS_DENIED;
         if (!mayPass || attempt == kTries) {
@@ -73,11 +78,26 @@ bool moveFile(const std::wstring& from, const std::wstring& to, DWORD flags) {
     }
 }
 
+// What names the place for an open file that is to replace the one there.
+std::vector<std::byte> renameOrder(const std::wstring& path) {
+    const std::size_t length = path.size() * sizeof(wchar_t);
+    std::vector<std::byte> order(sizeof(FILE_RENAME_INFO) + length);
+    auto& info = *::new (order.data()) FILE_RENAME_INFO{};
+    info.ReplaceIfExists = TRUE;
+    info.FileNameLength = static_cast<DWORD>(length);
+    std::memcpy(info.FileName, path.data(), length);
+    return order;
+}
+
 // A new file beside the one to replace. Removed when destroyed, unless renamed before.
+//
+// It is open, and as such cannot be removed, for as long as it has its temporary name: what can be
+// removed under such a name is what a killed process left, and goes when the same target is
+// replaced the next time.
 class TemporaryFile {
   public:
-    TemporaryFile(const std::wstring& folder, Durability durability, const Attempt& attempt)
-        : attempt_(attempt), durable_(durability == Durability::Durable), file_(create(folder)) {}
+    TemporaryFile(const std::wstring& target, Durability durability, const Attempt& attempt)
+        : attempt_(attempt), durable_(durability == Durability::Durable), file_(create(target)) {}
     ~TemporaryFile() {
         file_.close();
         if (!renamed_) ::DeleteFileW(path_.c_str());
@@ -88,30 +108,46 @@ class TemporaryFile {
     void write(std::string_view bytes) {
         if (const DWORD error = writeAll(file_.get(), bytes)) attempt_.fail(error);
         if (durable_ && !::FlushFileBuffers(file_.get())) attempt_.failWithLastError();
-        file_.close();
     }
 
+    // By its handle, which also carries over that the rename is to be on the disk.
     void renameTo(const std::wstring& path) {
-        if (!moveFile(path_, path, durable_ ? MOVEFILE_WRITE_THROUGH : 0)) {
+        std::vector<std::byte> order = renameOrder(path);
+        const auto size = static_cast<DWORD>(order.size());
+        if (!retryMove([&] {
+                return ::SetFileInformationByHandle(file_.get(), FileRenameInfo, order.data(),
+                                                    size) != 0;
+            })) {
             attempt_.failWithLastError();
         }
         renamed_ = true;
+        file_.close();
     }
 
   private:
-    // The name is random and the creation exclusive, so that processes do not collide.
-    File create(const std::wstring& folder) {
-        std::random_device random;
+    File create(const std::wstring& target) {
+        const std::size_t nameAt = target.rfind(L'\\') + 1;
+        const std::wstring folder = target.substr(0, nameAt);
+        const std::string name = toUtf8(target.substr(nameAt));
+        for (int number = 1; number <= kTemporaryNames; ++number) {
+            ::DeleteFileW((folder + toWide(temporaryName(name, number))).c_str());
+        }
+        for (int number = 1; number <= kTemporaryNames; ++number) {
+            File file = open(folder + toWide(temporaryName(name, number)));
+            if (file.valid()) return file;
+        }
         for (;;) {
-            wchar_t name[40];
-            std::swprintf(name, std::size(name), L".tandril-%08x%08x.tmp", random(), random());
-            path_ = folder + name;
-            File file(::CreateFileW(path_.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                                    durable_ ? FILE_FLAG_WRITE_THROUGH : FILE_ATTRIBUTE_NORMAL,
-                                    nullptr));
+            File file = open(folder + toWide(randomTemporaryName()));
             if (file.valid()) return file;
             if (::GetLastError() != ERROR_FILE_EXISTS) attempt_.failWithLastError();
         }
+    }
+
+    File open(std::wstring path) {
+        path_ = std::move(path);
+        return File(::CreateFileW(
+            path_.c_str(), GENERIC_WRITE | DELETE, FILE_SHARE_READ, nullptr, CREATE_NEW,
+            durable_ ? FILE_FLAG_WRITE_THROUGH : FILE_ATTRIBUTE_NORMAL, nullptr));
     }
 
     Attempt attempt_;
@@ -135,7 +171,7 @@ class Replacing {
     Replacing(const Replacement& file, Durability durability)
         : attempt_{"write", file.shown}, path_(file.path) {
         requireReplaceable(path_, attempt_);
-        temporary_.emplace(path_.substr(0, path_.rfind(L'\\') + 1), durability, attempt_);
+        temporary_.emplace(path_, durability, attempt_);
         temporary_->write(file.bytes);
     }
 
@@ -199,7 +235,8 @@ void appendFile(const std::wstring& path, std::string_view shown, std::string_vi
 
 void renameFile(const std::wstring& from, const std::wstring& to, std::string_view what,
                 std::string_view shown) {
-    if (!moveFile(from, to, MOVEFILE_WRITE_THROUGH)) {
+    constexpr DWORD kHow = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
+    if (!retryMove([&] { return ::MoveFileExW(from.c_str(), to.c_str(), kHow) != 0; })) {
         throwSystemFault(what, shown, ::GetLastError());
     }
 }

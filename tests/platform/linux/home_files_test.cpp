@@ -1,13 +1,17 @@
 // What the files of a home folder add to the cases of every file system: the real disk.
 #include "platform/linux/home_files.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 
 #include <csignal>
 #include <filesystem>
 
 #include "platform/fault.h"
+#include "platform/linux/descriptor.h"
+#include "platform/temporary_names.h"
 #include "support/child_process.h"
 #include "support/temporary_home.h"
 
@@ -24,6 +28,7 @@ using ::testing::IsEmpty;
 
 constexpr std::string_view kStore = "C:\\Vorn Tandril\\Harbrook.xml";
 constexpr const char* kRealStore = "Vorn Tandril/Harbrook.xml";
+constexpr const char* kFirstTemporary = ".tandril-Harbrook.xml-1.tmp";
 constexpr Hardship kFullDisk{.fileSizeLimit = 4096};
 constexpr Hardship kKilled{.fileSizeLimit = 4096, .killedAtLimit = true};
 constexpr Hardship kOrdinaryUser{.ordinaryUser = true};
@@ -126,8 +131,76 @@ TEST_F(HomeFilesTest, AKillInTheMiddleLeavesTheOldFile) {
     const ChildEnd end = runInChild(kKilled, [&] { return replace(large); });
     EXPECT_EQ(end.signal, SIGXFSZ);
     EXPECT_EQ(home.read(kRealStore), old);
+    EXPECT_THAT(home.names("Vorn Tandril"), ElementsAre(kFirstTemporary, "Harbrook.xml"));
     replace("new");
     EXPECT_EQ(home.read(kRealStore), "new");
+    EXPECT_THAT(home.names("Vorn Tandril"), ElementsAre("Harbrook.xml"));
+}
+
+TEST_F(HomeFilesTest, ReplaceRemovesEverythingThatKilledProcessesLeft) {
+    home.write(kRealStore, old);
+    for (int number = 1; number <= kTemporaryNames; ++number) {
+        home.write("Vorn Tandril/" + temporaryName("Harbrook.xml", number), "half");
+    }
+    home.write("Vorn Tandril/" + temporaryName("Upload.xml", 1), "half");
+    replace("new");
+    EXPECT_THAT(home.names("Vorn Tandril"),
+                ElementsAre(temporaryName("Upload.xml", 1), "Harbrook.xml"));
+}
+
+TEST_F(HomeFilesTest, ReplaceLeavesWhatALiveProcessIsWriting) {
+    const std::string path = home.pathOf(std::string("Vorn Tandril/") + kFirstTemporary);
+    home.write(kRealStore, old);
+    home.write(std::string("Vorn Tandril/") + kFirstTemporary, "half");
+    {
+        const Descriptor writer(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
+        ASSERT_EQ(::flock(writer.get(), LOCK_EX | LOCK_NB), 0);
+        replace("new");
+        EXPECT_EQ(home.read(kRealStore), "new");
+        EXPECT_EQ(home.read(std::string("Vorn Tandril/") + kFirstTemporary), "half");
+        EXPECT_THAT(home.names("Vorn Tandril"), ElementsAre(kFirstTemporary, "Harbrook.xml"));
+    }
+    replace("newer");
+    EXPECT_THAT(home.names("Vorn Tandril"), ElementsAre("Harbrook.xml"));
+}
+
+TEST_F(HomeFilesTest, ReplaceGoesOnWhereNoneOfItsNamesIsFree) {
+    home.write("elsewhere", "kept");
+    for (int number = 1; number <= kTemporaryNames; ++number) {
+        const std::string name = "Vorn Tandril/" + temporaryName("Harbrook.xml", number);
+        if (number % 2 == 0) {
+            home.makeFolder(name);
+        } else {
+            home.makeFolder("Vorn Tandril");
+            std::filesystem::create_symlink(home.pathOf("elsewhere"), home.pathOf(name));
+        }
+    }
+    const auto before = home.names("Vorn Tandril");
+    replace("new");
+    EXPECT_EQ(home.read(kRealStore), "new");
+    EXPECT_EQ(home.read("elsewhere"), "kept");
+    EXPECT_EQ(home.names("Vorn Tandril").size(), before.size() + 1);
+}
+
+// Every process may be killed at any moment; the others go on, and what it left goes with the next
+// save.
+TEST_F(HomeFilesTest, KilledProcessesDoNotDisturbOthers) {
+    home.write(kRealStore, old);
+    const auto writeForEver = [&] {
+        for (;;) files.replace(kStore, large, Durability::Relaxed);
+        return 0;
+    };
+    for (int run = 0; run < 15; ++run) {
+        const pid_t killed[] = {test::startInChild({}, writeForEver),
+                                test::startInChild({}, writeForEver)};
+        for (int i = 0; i < 20; ++i) files.replace(kStore, old, Durability::Relaxed);
+        for (const pid_t child : killed) {
+            ::kill(child, SIGKILL);
+            EXPECT_EQ(test::waitFor(child).signal, SIGKILL);
+        }
+        replace("new");
+        ASSERT_THAT(home.names("Vorn Tandril"), ElementsAre("Harbrook.xml"));
+    }
 }
 
 TEST_F(HomeFilesTest, AFailedAppendLeavesTheFileAsLongAsItWas) {
@@ -138,7 +211,7 @@ TEST_F(HomeFilesTest, AFailedAppendLeavesTheFileAsLongAsItWas) {
     EXPECT_EQ(home.read(kRealStore), old + "fits");
 }
 
-TEST_F(HomeFilesTest, ReadersSeeTheFileWholeWhileTwoProcessesReplaceIt) {
+TEST_F(HomeFilesTest, ReadersSeeTheFileWholeWhileProcessesReplaceIt) {
     const std::string one(70'000, '1');
     const std::string two(50'000, '2');
     home.write(kRealStore, one);
@@ -148,7 +221,7 @@ TEST_F(HomeFilesTest, ReadersSeeTheFileWholeWhileTwoProcessesReplaceIt) {
             return 0;
         });
     };
-    const pid_t children[] = {writeOften(one), writeOften(two)};
+    const pid_t children[] = {writeOften(one), writeOften(two), writeOften(one), writeOften(two)};
     for (int i = 0; i < 200; ++i) {
         const std::string seen = files.read(kStore);
         ASSERT_TRUE(seen == one || seen == two) << "after " << i << " looks";

@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include "platform/fault.h"
+#include "platform/temporary_names.h"
 #include "platform/windows/wide.h"
 #include "support/temporary_home.h"
 
@@ -86,6 +87,32 @@ TEST_F(DriveFilesTest, AFileThatSomebodyHoldsOpenStaysAsItIs) {
     EXPECT_EQ(files.read(kStore), "old");
     EXPECT_THAT(home.names("Vorn Tandril"), ElementsAre("Harbrook.xml"));
     EXPECT_EQ(faultOfReplace(), "");
+}
+
+TEST_F(DriveFilesTest, ReplaceRemovesEverythingThatKilledProcessesLeft) {
+    home.write(kRealStore, "old");
+    for (int number = 1; number <= kTemporaryNames; ++number) {
+        home.write("Vorn Tandril/" + temporaryName("Harbrook.xml", number), "half");
+    }
+    home.write("Vorn Tandril/" + temporaryName("Upload.xml", 1), "half");
+    EXPECT_EQ(faultOfReplace(), "");
+    EXPECT_THAT(home.names("Vorn Tandril"),
+                ElementsAre(temporaryName("Upload.xml", 1), "Harbrook.xml"));
+}
+
+TEST_F(DriveFilesTest, ReplaceLeavesWhatALiveProcessIsWriting) {
+    const std::string name = temporaryName("Harbrook.xml", 1);
+    home.write(kRealStore, "old");
+    const HANDLE writer =
+        ::CreateFileW(toWide(home.pathOf("Vorn Tandril/" + name)).c_str(), GENERIC_WRITE | DELETE,
+                      FILE_SHARE_READ, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+    ASSERT_NE(writer, INVALID_HANDLE_VALUE);
+    EXPECT_EQ(faultOfReplace(), "");
+    EXPECT_EQ(files.read(kStore), "new");
+    EXPECT_THAT(home.names("Vorn Tandril"), ElementsAre(name, "Harbrook.xml"));
+    ::CloseHandle(writer);
+    EXPECT_EQ(faultOfReplace(), "");
+    EXPECT_THAT(home.names("Vorn Tandril"), ElementsAre("Harbrook.xml"));
 }
 
 TEST_F(DriveFilesTest, AFileIsReadWhileSomebodyAppendsToIt) {
