@@ -1,6 +1,6 @@
 // A process that changes records is killed at random moments: whatever the moment, the files are
 // those of some moment between two calls.
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <signal.h>
 
 #include <chrono>
@@ -8,6 +8,7 @@
 #include <random>
 #include <thread>
 
+#include "platform/linux/posix_file.h"
 #include "store/order_store.h"
 #include "support/child_process.h"
 #include "system/recorded_day.h"
@@ -19,6 +20,9 @@
 namespace tandril::test {
 namespace {
 
+using ::testing::Each;
+using ::testing::Not;
+using ::testing::StartsWith;
 using Clock = std::chrono::steady_clock;
 
 constexpr int callsPerDay = 60;
@@ -45,6 +49,18 @@ Clock::duration timeOfWholeDay(const RecordedDay& day) {
     return Clock::now() - start;
 }
 
+// What a kill leaves beside the files goes when each of them is saved again.
+void expectCleanAfterSaves(const TemporaryHome& home) {
+    for (const std::string_view file :
+         {"Vorn Tandril/Harbrook.xml", "Vorn Tandril/UploadReport.xml", "Vorn Tandril/Upload.xml",
+          "Vorn Tandril/Removed.xml", "registry.reg"}) {
+        const std::string path = home.pathOf(file);
+        platform::replaceFile(path, path, home.read(file), platform::Durability::Relaxed);
+    }
+    EXPECT_THAT(home.names(), Each(Not(StartsWith(".tandril"))));
+    EXPECT_THAT(home.names("Vorn Tandril"), Each(Not(StartsWith(".tandril"))));
+}
+
 // Kills a process in the middle of the day; returns what the files hold then.
 Moment killedDay(const RecordedDay& day, Clock::duration after) {
     const TemporaryHome home;
@@ -56,7 +72,9 @@ Moment killedDay(const RecordedDay& day, Clock::duration after) {
     std::this_thread::sleep_for(after);
     ::kill(child, SIGKILL);
     waitFor(child);
-    return Moment::of(home);
+    const Moment found = Moment::of(home);
+    expectCleanAfterSaves(home);
+    return found;
 }
 
 // Whether `found` is the moment behind call `done`, or one while the call behind that was saving:
