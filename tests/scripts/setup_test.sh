@@ -111,6 +111,13 @@ fake npm
 run tools/setup test
 ok "ChangedLockFileInstallsAgain" called "npm ci --no-audit --no-fund --loglevel=error"
 
+machine compiler builder checker
+fake npm 'mkdir node_modules && touch node_modules/.package-lock.json'
+put tests/browser/package-lock.json </dev/null
+put bench/peers/package-lock.json </dev/null
+run tools/setup test
+ok "EveryFolderGetsItsNodePackages" printed "setup: installing node packages into bench/peers/node_modules"
+
 machine compiler builder
 put tests/browser/package-lock.json </dev/null
 fake npm
