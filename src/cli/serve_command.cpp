@@ -4,12 +4,16 @@
 #include <chrono>
 #include <cstddef>
 #include <filesystem>
+#include <memory>
 #include <ostream>
 
-#include "cli/local_client.h"
+#include "component/client20.h"
+#include "component/module.h"
 #include "host/home_lock.h"
 #include "host/host.h"
+#include "host/messages.h"
 #include "host/stop_signals.h"
+#include "platform/machine.h"
 
 namespace tandril::cli {
 namespace {
@@ -52,7 +56,12 @@ int ServeCommand::run(const Streams& streams) {
     host::StopSignals signals;
     const std::string home = home_.folder();
     const host::HomeLock lock(home);
-    LocalClient local(home);
+    const std::unique_ptr<platform::OwnedMachine> owned = platform::openMachine(home);
+    platform::Machine machine = owned->machine();
+    host::Messages messages;
+    host::AnnouncingShell shell(machine.shell, messages);
+    Module module({machine.registry, machine.files, machine.database, shell, machine.clock});
+    Client20 client(module);
 
     host::HostSettings settings;
     settings.port = port_;
@@ -60,7 +69,7 @@ int ServeCommand::run(const Streams& streams) {
     settings.enterpriseUrl = enterprise_;
     settings.enterpriseTimeout = std::chrono::seconds(enterpriseTimeout_);
     settings.bodyLimit = static_cast<std::size_t>(bodyLimit_) * 1024 * 1024;
-    host::Host host(settings, local.client(), streams.err);
+    host::Host host(settings, client, machine.files, messages, streams.err);
 
     streams.out << host.launchUrl() << std::endl;
     signals.wait();

@@ -6,14 +6,15 @@
 
 namespace tandril::host {
 
-Host::Host(const HostSettings& settings, Client20& client, std::ostream& log)
+Host::Host(const HostSettings& settings, Client20& client, platform::FileSystem& files,
+           const Messages& messages, std::ostream& log)
     : log_(log, tokens_),
       server_(settings.port, settings.connections),
       site_({server_.port(),
              settings.page,
              settings.bodyLimit,
              {settings.enterpriseUrl, settings.enterpriseTimeout, settings.bodyLimit}},
-            client, tokens_) {
+            client, files, messages, tokens_) {
     server_.start({[this](const Request& head) { return site_.refuse(head); },
                    [this](const Request& request) { return site_.answer(request); },
                    [this](const Request& request, const Response& response) {

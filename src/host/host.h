@@ -10,6 +10,7 @@
 #include "component/client20.h"
 #include "host/access_log.h"
 #include "host/http_server.h"
+#include "host/messages.h"
 #include "host/site.h"
 #include "host/tokens.h"
 
@@ -28,9 +29,11 @@ struct HostSettings {
 // the contract with the page.
 class Host {
   public:
-    // Listens, and answers from now on; requests are logged to `log`. The client is used from
-    // another thread until the host is gone. Throws Fault when a setting leads nowhere.
-    Host(const HostSettings& settings, Client20& client, std::ostream& log);
+    // Listens, and answers from now on; requests are logged to `log`. The client and
+    // the files that it works on are used from another thread until the host is gone. Throws Fault
+    // when a setting leads nowhere.
+    Host(const HostSettings& settings, Client20& client, platform::FileSystem& files,
+         const Messages& messages, std::ostream& log);
     // Stops.
     ~Host();
     Host(const Host&) = delete;

@@ -182,8 +182,9 @@ bool isJsonInUtf8(std::string_view contentType) {
 }
 
 Refusal callIsJson(const Visitor& visitor) {
-    if (!visitor.posts() || visitor.endpoint() != Endpoint::Call ||
-        isJsonInUtf8(visitor.request.headers.only("Content-Type"))) {
+    const bool isJson =
+        visitor.endpoint() == Endpoint::Call || visitor.endpoint() == Endpoint::Journal;
+    if (!visitor.posts() || !isJson || isJsonInUtf8(visitor.request.headers.only("Content-Type"))) {
         return std::nullopt;
     }
     return textResponse(415, "the body of a call must be application/json in UTF-8");

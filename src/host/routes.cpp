@@ -11,6 +11,8 @@ constexpr std::array kRoutes{
     Route{"/client20/methods", "GET", Endpoint::Methods},
     Route{"/client20/", "POST", Endpoint::Call},
     Route{"/session", "GET", Endpoint::Session},
+    Route{"/journal", "GET, POST", Endpoint::Journal},
+    Route{"/messages", "GET", Endpoint::Messages},
     Route{"/enterprise/", "GET, POST", Endpoint::Enterprise},
     Route{"/", "GET", Endpoint::Page},
 };

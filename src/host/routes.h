@@ -10,6 +10,8 @@ enum class Endpoint {
     Methods,     // the table of methods
     Call,        // a call of the method that the path names
     Session,     // what the page needs to know of its session
+    Journal,     // what the page must know again after a crash
+    Messages,    // what the component has shown
     Enterprise,  // the enterprise server
     Page,        // a file of the page folder
 };

@@ -1,10 +1,14 @@
 #include "host/site.h"
 
+#include <charconv>
+#include <cstdint>
 #include <nlohmann/json.hpp>
 #include <utility>
 
 #include "component/methods.h"
+#include "host/json_response.h"
 #include "host/routes.h"
+#include "platform/fault.h"
 #include "surface/json_call.h"
 #include "surface/json_text.h"
 
@@ -12,10 +16,6 @@ namespace tandril::host {
 namespace {
 
 using nlohmann::ordered_json;
-
-Response jsonResponse(int status, const ordered_json& body) {
-    return {status, "application/json", surface::toLine(body) + '\n', {}};
-}
 
 int statusOf(surface::Outcome outcome) {
     switch (outcome) {
@@ -62,9 +62,12 @@ Response startSession(const Tokens& tokens, int port) {
 
 }  // namespace
 
-Site::Site(Settings settings, Client20& client, Tokens& tokens)
+Site::Site(Settings settings, Client20& client, platform::FileSystem& files,
+           const Messages& messages, Tokens& tokens)
     : settings_(std::move(settings)),
       client_(client),
+      journal_(files),
+      messages_(messages),
       tokens_(tokens),
       files_(settings_.page),
       relay_(settings_.enterprise) {}
@@ -84,6 +87,10 @@ Response Site::answer(const Request& request) {
             return call(std::string_view(path).substr(route.path.size()), request.body);
         case Endpoint::Session:
             return jsonResponse(200, {{"csrf", tokens_.csrf()}});
+        case Endpoint::Journal:
+            return journal(request);
+        case Endpoint::Messages:
+            return messages(request);
         case Endpoint::Enterprise:
             return relay_.answer(request);
         case Endpoint::Page:
@@ -104,6 +111,33 @@ Response Site::call(std::string_view method, const std::string& body) {
         return textResponse(503, "the host is stopping");
     }
     return jsonResponse(statusOf(answer.outcome), answer.body);
+}
+
+// In turn with the calls: both work on the files of the home.
+Response Site::journal(const Request& request) {
+    Response response;
+    const bool ran = turns_.run([&] {
+        try {
+            response = request.method == "POST" ? journal_.write(request.body) : journal_.read();
+        } catch (const Fault& fault) {
+            response = jsonResponse(500, {{"fault", fault.what()}});
+        }
+    });
+    return ran ? response : textResponse(503, "the host is stopping");
+}
+
+Response Site::messages(const Request& request) const {
+    std::string_view after;
+    std::int64_t number = 0;
+    if (queryParameter(request.rawQuery(), "after", after)) {
+        std::from_chars(after.data(), after.data() + after.size(), number);
+    }
+    ordered_json list = ordered_json::array();
+    for (const Messages::Message& message : messages_.after(number)) {
+        list.push_back(
+            {{"number", message.number}, {"title", message.title}, {"text", message.text}});
+    }
+    return jsonResponse(200, list);
 }
 
 Response Site::page(const Request& request, std::string_view path) const {

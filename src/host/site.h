@@ -7,6 +7,8 @@
 
 #include "component/client20.h"
 #include "host/http_message.h"
+#include "host/journal.h"
+#include "host/messages.h"
 #include "host/page_files.h"
 #include "host/relay.h"
 #include "host/request_rules.h"
@@ -25,9 +27,10 @@ class Site {
         RelaySettings enterprise;
     };
 
-    // `client` is used from another thread from now on, until the site is gone. Throws Fault when
-    // a setting leads nowhere.
-    Site(Settings settings, Client20& client, Tokens& tokens);
+    // `client` and `files` are used from another thread from now on, until the site is gone. Throws
+    // Fault when a setting leads nowhere.
+    Site(Settings settings, Client20& client, platform::FileSystem& files, const Messages& messages,
+         Tokens& tokens);
 
     // The refusal of a request whose body was not read yet; nothing when it may go on to answer().
     std::optional<Response> refuse(const Request& head) const;
@@ -42,10 +45,14 @@ class Site {
 
   private:
     Response call(std::string_view method, const std::string& body);
+    Response journal(const Request& request);
+    Response messages(const Request& request) const;
     Response page(const Request& request, std::string_view path) const;
 
     const Settings settings_;
     Client20& client_;
+    Journal journal_;
+    const Messages& messages_;
     Tokens& tokens_;
     PageFiles files_;
     Relay relay_;

@@ -6,14 +6,24 @@
 
 namespace tandril::test {
 
+namespace {
+
+platform::Machine withShell(const platform::Machine& machine, platform::Shell& shell) {
+    return {machine.registry, machine.files, machine.database, shell, machine.clock};
+}
+
+}  // namespace
+
 RunningHost::RunningHost(host::HostSettings settings)
     : machine_(platform::openMachine(home_.path())),
-      module_(machine_->machine()),
+      shell_(machine_->machine().shell, messages_),
+      module_(withShell(machine_->machine(), shell_)),
       client_(module_) {
     page_.write("index.html", "<!DOCTYPE html><title>start</title>");
     settings.page = page_.path();
     settings.port = 0;
-    host_ = std::make_unique<host::Host>(settings, client_, log_);
+    host_ =
+        std::make_unique<host::Host>(settings, client_, machine_->machine().files, messages_, log_);
 }
 
 std::string RunningHost::origin() const {

@@ -8,6 +8,7 @@
 #include "component/client20.h"
 #include "component/module.h"
 #include "host/host.h"
+#include "host/messages.h"
 #include "host/raw_http.h"
 #include "platform/machine.h"
 #include "support/temporary_home.h"
@@ -49,6 +50,8 @@ class RunningHost {
     TemporaryHome page_;
     std::ostringstream log_;
     std::unique_ptr<platform::OwnedMachine> machine_;
+    host::Messages messages_;
+    host::AnnouncingShell shell_;
     Module module_;
     Client20 client_;
     std::unique_ptr<host::Host> host_;

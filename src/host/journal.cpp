@@ -1,0 +1,81 @@
+#include "host/journal.h"
+
+#include <optional>
+#include <string_view>
+#include <utility>
+
+#include "host/json_response.h"
+#include "surface/json_text.h"
+
+namespace tandril::host {
+namespace {
+
+using nlohmann::ordered_json;
+
+constexpr std::string_view kFile = "C:\\Vorn Tandril\\PageJournal.json";
+constexpr std::string_view kDamagedFile = "C:\\Vorn Tandril\\PageJournal.damaged.json";
+
+struct Entry {
+    std::int64_t revision = 0;
+    ordered_json content;
+};
+
+// The two members of a text; nothing when it is no object with both.
+std::optional<Entry> parse(const std::string& text) {
+    nlohmann::json value;
+    try {
+        value = surface::parseJson(text);
+    } catch (const surface::InvalidJson&) {
+        return std::nullopt;
+    }
+    const bool isEntry = value.is_object() && value.contains("content") &&
+                         value.contains("revision") && value["revision"].is_number_unsigned();
+    if (!isEntry) {
+        return std::nullopt;
+    }
+    return Entry{value["revision"].get<std::int64_t>(), value["content"]};
+}
+
+}  // namespace
+
+Journal::State Journal::load() const {
+    if (!files_.fileExists(kFile)) {
+        return {};
+    }
+    std::optional<Entry> entry = parse(files_.read(kFile));
+    if (!entry) {
+        return {0, nullptr, true};
+    }
+    return {entry->revision, std::move(entry->content), false};
+}
+
+Response Journal::read() const {
+    State state = load();
+    ordered_json body = {{"revision", state.revision}, {"content", std::move(state.content)}};
+    if (state.isDamaged) {
+        body["damaged"] = true;
+    }
+    return jsonResponse(200, body);
+}
+
+Response Journal::write(const std::string& body) {
+    std::optional<Entry> entry = parse(body);
+    if (!entry) {
+        return jsonResponse(400, {{"invalid", "an object with revision and content is wanted"}});
+    }
+    const State state = load();
+    if (entry->revision != state.revision) {
+        Response response = read();
+        response.status = 409;
+        return response;
+    }
+    if (state.isDamaged) {
+        files_.rename(kFile, kDamagedFile);
+    }
+    const std::int64_t next = state.revision + 1;
+    const ordered_json file = {{"revision", next}, {"content", std::move(entry->content)}};
+    files_.replace(kFile, surface::toLine(file) + '\n', platform::Durability::Durable);
+    return jsonResponse(200, {{"revision", next}});
+}
+
+}  // namespace tandril::host
