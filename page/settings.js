@@ -100,12 +100,27 @@
     }, missing);
   };
 
-  /* The component tells nobody but the screen of its own program when an archive is missing. */
+  /* The component shows a message when it cannot start an archive. The host passes it on; without it, it is on the screen. */
   Settings.prototype.explode = function (name) {
     var self = this;
     var plain = this.read('.exe', name);
     if (plain === null) { return; }
-    page.call('ExplodeZip', [plain], function () { self.say(text('archiveStarted', plain)); });
+    Tandril.transport.messages(0, function (before) {
+      var last = before.length ? before[before.length - 1].number : 0;
+      page.call('ExplodeZip', [plain], function () {
+        Tandril.transport.messages(last, function (shown) { self.sayStarted(plain, shown); });
+      });
+    });
+  };
+
+  Settings.prototype.sayStarted = function (name, messages) {
+    if (messages.length) {
+      this.say(messages.map(function (message) {
+        return (message.title ? message.title + ': ' : '') + message.text.replace(/\s+/g, ' ').trim();
+      }).join(' '), true);
+    } else {
+      this.say(text(Tandril.transport.isDirect() ? 'archiveStartedUnseen' : 'archiveStarted', name));
+    }
   };
 
   Tandril.settings = {

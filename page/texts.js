@@ -91,7 +91,8 @@
       archiveName: 'Name of a delivered archive of master data',
       archiveStart: 'Unpack',
       badName: 'Write the name of a file, without folders.',
-      archiveStarted: '"{0}" was asked to unpack itself. If it is missing, the program behind this page says so in its own window.',
+      archiveStarted: '"{0}" was started and unpacks itself.',
+      archiveStartedUnseen: '"{0}" was asked to unpack itself. If it is missing, a window of its own says so.',
 
       order: 'Order {0}', activity: 'Activity {0}', line: 'Line {0}',
       draftFound: 'Input of {0} was not saved.', draftTake: 'Recover', draftDrop: 'Discard'
@@ -182,7 +183,8 @@
       archiveName: 'Name eines gelieferten Archivs mit Stammdaten',
       archiveStart: 'Entpacken',
       badName: 'Bitte den Namen einer Datei schreiben, ohne Ordner.',
-      archiveStarted: '"{0}" wurde zum Entpacken gestartet. Fehlt das Archiv, sagt das Programm hinter dieser Seite es in seinem eigenen Fenster.',
+      archiveStarted: '"{0}" wurde gestartet und entpackt sich.',
+      archiveStartedUnseen: '"{0}" wurde zum Entpacken gestartet. Fehlt das Archiv, sagt es ein eigenes Fenster.',
 
       order: 'Auftrag {0}', activity: 'Aktivität {0}', line: 'Zeile {0}',
       draftFound: 'Eingaben vom {0} wurden nicht gespeichert.', draftTake: 'Wiederherstellen', draftDrop: 'Verwerfen'
@@ -273,7 +275,8 @@
       archiveName: 'Naam van een geleverd archief met stamgegevens',
       archiveStart: 'Uitpakken',
       badName: 'Schrijf de naam van een bestand, zonder mappen.',
-      archiveStarted: '"{0}" is gevraagd zich uit te pakken. Ontbreekt het, dan zegt het programma achter deze pagina dat in zijn eigen venster.',
+      archiveStarted: '"{0}" is gestart en pakt zich uit.',
+      archiveStartedUnseen: '"{0}" is gevraagd zich uit te pakken. Ontbreekt het, dan zegt een eigen venster dat.',
 
       order: 'Order {0}', activity: 'Activiteit {0}', line: 'Regel {0}',
       draftFound: 'Invoer van {0} is niet opgeslagen.', draftTake: 'Herstellen', draftDrop: 'Verwerpen'

@@ -143,6 +143,17 @@
       }, progress);
     },
 
+    /** What the component has shown on its own screen after message `number`: done([{number, title, text}]). */
+    messages: function (number, done) {
+      if (client) {
+        done([]);
+        return;
+      }
+      send('GET', '/messages?after=' + number, '', null, function (reply) {
+        done(reply.status === 200 && parse(reply.text) || []);
+      });
+    },
+
     /** Whether the component is used directly, without the web host. */
     isDirect: function () {
       return client !== null;

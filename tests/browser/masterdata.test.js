@@ -24,11 +24,13 @@ after(async () => {
   await system.stop();
 });
 
+const said = () => page.textContent('.settings .said');
+
 async function choose(name) {
   await page.fill('#database', name);
   await page.keyboard.press('Enter');
   await page.waitForFunction((wanted) => document.querySelector('.settings .said').textContent.includes(`"${wanted}"`), name.replace(/\.mdb$/, ''));
-  return page.textContent('.settings .said');
+  return said();
 }
 
 test('ADatabaseIsChosenInTheSettings', async () => {
@@ -46,11 +48,20 @@ test('ADatabaseIsChosenInTheSettings', async () => {
 });
 
 test('AnArchiveIsAskedToUnpackItself', async () => {
-  const before = system.host.log().split('/client20/ExplodeZip 200').length;
+  const archive = path.join(system.home, 'Vorn Tandril', 'MasterData', 'delivery.exe');
+  fs.writeFileSync(archive, '#!/bin/sh\nexit 0\n', { mode: 0o755 });
   await page.fill('#archive', 'delivery.exe');
   await page.click('.settings .line:has(#archive) button');
-  await page.waitForFunction(() => document.querySelector('.settings .said').textContent.startsWith('"delivery" was asked'));
-  assert.equal(system.host.log().split('/client20/ExplodeZip 200').length, before + 1);
+  await page.waitForFunction(() => document.querySelector('.settings .said').textContent.startsWith('"delivery" was started'));
+  assert.equal(await page.$('.settings .said.bad'), null);
+  assert.equal(system.host.log().split('/client20/ExplodeZip 200').length, 2);
+});
+
+test('AnArchiveThatIsMissingIsSaid', async () => {
+  await page.fill('#archive', 'update-47');
+  await page.keyboard.press('Enter');
+  await page.waitForSelector('.settings .said.bad');
+  assert.match(await said(), /update-47\.exe/);
   await page.keyboard.press('Escape');
   assert.equal(await page.evaluate(() => document.activeElement.id), 'settings');
 });

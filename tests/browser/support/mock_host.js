@@ -50,6 +50,7 @@ function answerEnterprise(answer, body, request, response) {
 function handle(host, request, body, response) {
   const { pathname } = new URL(request.url, 'http://127.0.0.1');
   if (pathname === '/session') { return send(response, 200, 'application/json', JSON.stringify({ csrf: TOKEN })); }
+  if (pathname === '/messages') { return send(response, 200, 'application/json', JSON.stringify(host.messages)); }
   if (pathname.startsWith('/client20/')) {
     if (request.headers['x-tandril-csrf'] !== TOKEN) { return send(response, 403, 'text/plain', 'no token'); }
     return answerCall(host, pathname.slice('/client20/'.length), body, response);
@@ -61,10 +62,10 @@ function handle(host, request, body, response) {
   return serveFile(pathname, response);
 }
 
-/** Starts a host; { address, calls, fetched, answers, enterprise, stop() }; enterprise[PATH] is an answer, see above. */
+/** Starts a host; { address, calls, fetched, answers, enterprise, messages, stop() }; enterprise[PATH] is an answer, see above. */
 async function startMockHost(answers = {}, enterprise = {}) {
   const host = {
-    calls: [], fetched: [], answers: { GetVariable: 'Online', FMapperXMLExists: true, Get_Error: '1', ...answers }, enterprise
+    calls: [], fetched: [], answers: { GetVariable: 'Online', FMapperXMLExists: true, Get_Error: '1', ...answers }, enterprise, messages: []
   };
   const server = http.createServer((request, response) => {
     const chunks = [];
