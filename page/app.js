@@ -84,7 +84,10 @@
       }
       page.call('Initialize', [], function (error) {
         if (error) { page.say(error, 'bad'); }
-        firstRun(showWork);
+        Tandril.journal.load(function (isDamaged) {
+          if (isDamaged) { page.say(text('journalDamaged'), 'bad'); }
+          firstRun(showWork);
+        });
       });
     });
   }

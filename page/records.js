@@ -71,12 +71,14 @@
     };
   }
 
-  /** The new and changed records of a document; orders stand in their section, everything else in groups below theirs. */
-  function changedRecords(xml) {
+  var CHANGED = ['N', 'M'];
+  var SENT = ['NU', 'MU'];
+
+  /** The records of a document in one of these states; orders stand in their section, everything else in groups below theirs. */
+  function recordsIn(xml, states) {
     var found = [];
     function take(section, group, record) {
-      var state = record.getAttribute('State');
-      if (state === 'N' || state === 'M') { found.push(describe(section, group, record)); }
+      if (states.indexOf(record.getAttribute('State')) >= 0) { found.push(describe(section, group, record)); }
     }
     childrenOf(parse(xml).documentElement).forEach(function (section) {
       childrenOf(section).forEach(function (child) {
@@ -88,6 +90,18 @@
       });
     });
     return found;
+  }
+
+  function changedRecords(xml) {
+    return recordsIn(xml, CHANGED);
+  }
+
+  /** The document that edits no field of these records, so that the component marks them as changed again. */
+  function untouched(records) {
+    return element('harbrook', {}, records.map(function (record) {
+      var parts = record.key.split('\n');
+      return inSection(record.section, { order: parts[0], activity: parts[1], line: parts[2] }, '', '');
+    }).join(''));
   }
 
   function withState(attributes, state) {
@@ -162,12 +176,20 @@
       return entries.length ? element('UploadReport', {}, element('File', { ID: id }, entries.join(''))) : '';
     },
 
-    /** The document that edits no field of an upload's records, so that the component marks them as changed again. */
+    /** The document that marks an upload's records as changed again. */
     again: function (upload) {
-      return element('harbrook', {}, changedRecords(upload).map(function (record) {
-        var parts = record.key.split('\n');
-        return inSection(record.section, { order: parts[0], activity: parts[1], line: parts[2] }, '', '');
-      }).join(''));
+      return untouched(changedRecords(upload));
+    },
+
+    /** The keys of the records of a store that the next upload takes. */
+    changedKeys: function (store) {
+      return changedRecords(store).map(function (record) { return record.key; });
+    },
+
+    /** The document that marks those of the keys as changed again that are marked as sent; "" when none is. */
+    takeBack: function (store, keys) {
+      var sent = recordsIn(store, SENT).filter(function (record) { return keys.indexOf(record.key) >= 0; });
+      return sent.length ? untouched(sent) : '';
     },
 
     /** The document with one record. key: {order, activity, line}; fields: [{name, value}]. */

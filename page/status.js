@@ -44,13 +44,17 @@
 
   /** Counts the records that are changed and not confirmed; an upload without an answer waits as well. */
   function update() {
+    journal.load(function () { showWaiting(); });
+  }
+
+  function showWaiting() {
     page.quietly('GetMailContent', ['Harbrook'], function (xml) {
       var waiting = xml ? Tandril.records.countWaiting(xml, journal.confirmed()) : 0;
       var words = [age(journal.lastSuccess()), waiting ? text('syncWaiting', waiting) : text('syncNoneWaiting')];
       var upload = journal.upload();
       if (upload) { words.push(text(upload.state === 'refused' ? 'syncUploadRefused' : 'syncUnanswered')); }
       if (!journal.isKept()) { words.push(text('syncUnkept')); }
-      if (!journal.hasRoom(0)) { words.push(text('noStorage')); }
+      if (!journal.keepsInput()) { words.push(text('noStorage')); }
       dom.append(dom.empty(document.getElementById('syncState')), words.join(' \u00b7 '));
     });
   }

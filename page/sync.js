@@ -22,6 +22,8 @@
   var GROWTH = 1.25;
   var REPORT_ROOM = 20000;
 
+  var BEAT = 10000; /* milliseconds between two signs of life to the other windows */
+
   function Sync(view) {
     this.view = view;
     this.cancelled = false;
@@ -29,11 +31,19 @@
   }
 
   Sync.prototype.start = function () {
+    var self = this;
     if (!journal.lock()) {
       this.fail('send', text('syncElsewhere'));
       return;
     }
-    this.send();
+    this.beat = root.setInterval(journal.lock, BEAT);
+    journal.load(function () { self.send(); });
+  };
+
+  Sync.prototype.leave = function (succeeded) {
+    root.clearInterval(this.beat);
+    journal.unlock();
+    this.view.end(succeeded);
   };
 
   Sync.prototype.cancel = function () {
@@ -43,14 +53,21 @@
 
   Sync.prototype.fail = function (step, words) {
     this.view.step(step, 'failed', words);
-    journal.unlock();
-    this.view.end(false);
+    this.leave(false);
   };
 
   /** Goes on with `next` unless the engineer has cancelled. */
   Sync.prototype.goOn = function (step, next) {
     journal.lock();
     if (this.cancelled) { this.fail(step, text('syncCancelled')); } else { next.call(this); }
+  };
+
+  /** Keeps the upload in its new state; `next` runs unless it is another window's by now, with whether it was kept. */
+  Sync.prototype.keep = function (step, upload, next) {
+    var self = this;
+    journal.keepUpload(upload, function (outcome) {
+      if (outcome === 'changed') { self.fail(step, text('syncElsewhere')); } else { next.call(self, outcome === 'kept'); }
+    });
   };
 
   Sync.prototype.call = function (step, method, args, done) {
@@ -94,6 +111,8 @@
     if (upload && upload.state === 'answered') {
       this.view.step('send', 'done', text('syncAnswered'));
       this.store(upload);
+    } else if (upload && upload.state === 'preparing') {
+      this.takeBackPrepared(upload);
     } else if (upload) {
       this.post(upload);
     } else {
@@ -101,15 +120,37 @@
     }
   };
 
+  /* Nothing has left, so what was marked as sent when the page ended is marked as changed again. */
+  Sync.prototype.takeBackPrepared = function (upload) {
+    this.view.step('send', 'running', '');
+    this.call('send', 'GetMailContent', ['Harbrook'], function (store) {
+      var back = store ? Tandril.records.takeBack(store, upload.keys) : '';
+      if (!back) {
+        this.keep('send', null, this.findRoom);
+        return;
+      }
+      this.call('send', 'updatexml', [back], function (error) {
+        this.keep('send', null, function () {
+          if (error) { this.fail('send', error); } else { this.findRoom(); }
+        });
+      });
+    });
+  };
+
   /* The component marks the records as sent when it makes the upload, so there must be room for it before. */
   Sync.prototype.findRoom = function () {
     this.call('send', 'GetMailContent', ['Harbrook'], function (store) {
       var size = store ? Tandril.records.sizeOfUpload(store) : 0;
-      if (journal.hasRoom(size * GROWTH + REPORT_ROOM)) {
-        this.prepare();
-      } else {
-        this.askUnkept(this.prepare, function () { this.fail('send', text('syncNothingDone')); });
+      var upload = { state: 'preparing', keys: store ? Tandril.records.changedKeys(store) : [], time: Date.now() };
+      function prepare() { this.prepare(upload); }
+      function leave() { this.keep('send', null, function () { this.fail('send', text('syncNothingDone')); }); }
+      if (!journal.hasRoom(size * GROWTH + REPORT_ROOM)) {
+        this.askUnkept(prepare, leave);
+        return;
       }
+      this.keep('send', upload, function (isKept) {
+        if (isKept) { prepare.call(this); } else { this.askUnkept(prepare, leave); }
+      });
     });
   };
 
@@ -123,44 +164,55 @@
     ]);
   };
 
-  Sync.prototype.prepare = function () {
+  Sync.prototype.prepare = function (upload) {
     this.call('send', 'CreateXMLStringForUpdate', [], function (xml) {
       if (xml) {
-        this.keep({ state: 'prepared', text: xml, time: Date.now() });
+        this.keepPrepared({ state: 'prepared', text: xml, time: upload.time });
         return;
       }
       this.call('send', 'Get_Error', [], function (error) {
-        if (error && error !== '1') {
-          this.fail('send', error);
-          return;
-        }
-        this.view.step('send', 'done', text('syncNothing'));
-        this.view.step('report', 'skipped', '');
-        this.goOn('download', this.download);
+        this.keep('send', null, function () {
+          if (error && error !== '1') {
+            this.fail('send', error);
+            return;
+          }
+          this.view.step('send', 'done', text('syncNothing'));
+          this.view.step('report', 'skipped', '');
+          this.goOn('download', this.download);
+        });
       });
     });
   };
 
   /** Keeps a new upload and sends it; when there is no room after all, the engineer decides, unless he already has. */
-  Sync.prototype.keep = function (upload) {
-    if (journal.keepUpload(upload) || this.isUnkeptAllowed) {
-      this.post(upload);
-      return;
-    }
-    this.askUnkept(function () { this.post(upload); }, function () { this.takeBack(upload); });
+  Sync.prototype.keepPrepared = function (upload) {
+    this.keep('send', upload, function (isKept) {
+      if (isKept || this.isUnkeptAllowed) {
+        this.post(upload);
+      } else {
+        this.askUnkept(function () { this.post(upload); }, function () { this.takeBack(upload); });
+      }
+    });
   };
 
   /** Marks the records of an upload that never left as changed again. */
   Sync.prototype.takeBack = function (upload) {
     this.call('send', 'updatexml', [Tandril.records.again(upload.text)], function (error) {
-      if (!error) { journal.settleUpload(); }
-      this.fail('send', error || text('syncNothingDone'));
+      if (error) {
+        this.fail('send', error);
+      } else {
+        this.keep('send', null, function () { this.fail('send', text('syncNothingDone')); });
+      }
     });
   };
 
+  /* Kept or not: the bytes that go out are those of the state before. */
   Sync.prototype.post = function (upload) {
     upload.state = 'sent';
-    journal.keepUpload(upload);
+    this.keep('send', upload, function () { this.goOn('send', function () { this.transfer(upload); }); });
+  };
+
+  Sync.prototype.transfer = function (upload) {
     this.ask('send', 'POST', 'upload', upload.text, function (report) {
       if (!isReport(report)) {
         this.fail('send', text('syncNoReport'));
@@ -168,9 +220,10 @@
       }
       upload.state = 'answered';
       upload.report = report;
-      journal.keepUpload(upload);
-      this.view.step('send', 'done', text('syncSent', Tandril.records.countChanged(upload.text)));
-      this.store(upload);
+      this.keep('send', upload, function () {
+        this.view.step('send', 'done', text('syncSent', Tandril.records.countChanged(upload.text)));
+        this.store(upload);
+      });
     }, function (reason) { this.refuse(upload, reason); });
   };
 
@@ -180,7 +233,10 @@
   Sync.prototype.refuse = function (upload, reason) {
     upload.state = 'refused';
     upload.reason = reason;
-    journal.keepUpload(upload);
+    this.keep('send', upload, function () { this.askRefused(upload, reason); });
+  };
+
+  Sync.prototype.askRefused = function (upload, reason) {
     var self = this;
     this.view.choose('send', reason + ' ' + text('syncRefused'), [
       { label: text('syncKeep'), run: function () { self.fail('send', reason + ' ' + text('syncRefusedKept')); } },
@@ -197,16 +253,12 @@
    * stand among the refused records, and go out again once they are saved.
    */
   Sync.prototype.drop = function (upload) {
-    var kept = journal.lock() && journal.upload();
-    if (!kept || kept.text !== upload.text || kept.state !== 'refused') {
-      this.fail('send', text('syncElsewhere'));
-      return;
-    }
     upload.state = 'answered';
     upload.report = Tandril.records.refusal(upload.text, upload.reason, 'page-' + upload.time);
-    journal.keepUpload(upload);
-    this.view.step('send', 'done', text('syncDropped'));
-    this.store(upload);
+    this.keep('send', upload, function () {
+      this.view.step('send', 'done', text('syncDropped'));
+      this.store(upload);
+    });
   };
 
   /* A page of a proxy with status 200 is no report. */
@@ -223,7 +275,6 @@
   Sync.prototype.store = function (upload, isSecond) {
     this.view.step('report', 'running', '');
     if (!upload.report) {
-      journal.settleUpload();
       this.settle('<none/>');
       return;
     }
@@ -233,14 +284,17 @@
       } else if (error) {
         this.fail('report', error);
       } else {
-        journal.settleUpload();
         this.settle(upload.report);
       }
     });
   };
 
-  /** Notes what the report confirmed, as it stands in the store now. */
+  /** Takes the upload out of the journal and notes what the report confirmed, as it stands in the store now. */
   Sync.prototype.settle = function (report) {
+    this.keep('report', null, function () { this.noteConfirmed(report); });
+  };
+
+  Sync.prototype.noteConfirmed = function (report) {
     this.call('report', 'GetMailContent', ['Harbrook'], function (xml) {
       if (xml) { journal.keepConfirmed(Tandril.records.confirmed(xml, report)); }
       this.view.step('report', 'done', text('syncReported', countOf(report, /Status="Completed"/g), countOf(report, /Status="Error"/g)));
@@ -286,9 +340,8 @@
   };
 
   Sync.prototype.succeed = function () {
-    journal.noteSuccess();
-    journal.unlock();
-    this.view.end(true);
+    var self = this;
+    journal.noteSuccess(function () { self.leave(true); });
   };
 
   Tandril.Sync = Sync;

@@ -32,7 +32,7 @@
     request.open(verb, address, true);
     if (progress) { watch(request, progress); }
     if (type) { request.setRequestHeader('Content-Type', type); }
-    if (verb === 'POST') { request.setRequestHeader('X-Tandril-Csrf', token); }
+    if (verb === 'POST' && token) { request.setRequestHeader('X-Tandril-Csrf', token); }
     request.onreadystatechange = function () {
       if (request.readyState === 4) { done({ status: request.status, text: request.responseText || '' }); }
     };
@@ -111,6 +111,35 @@
     });
   }
 
+  /* ---- the journal ---- */
+
+  /* Without the host the browser's storage stands for its file, with the same answers. */
+  var KEPT = 'tandril.journal';
+
+  function readStored() {
+    try {
+      return JSON.parse(root.localStorage.getItem(KEPT)) || { revision: 0, content: null };
+    } catch (unavailable) {
+      return { revision: 0, content: null };
+    }
+  }
+
+  function writeStored(entry) {
+    var stored = readStored();
+    if (stored.revision !== entry.revision) { return { status: 409, text: JSON.stringify(stored) }; }
+    try {
+      root.localStorage.setItem(KEPT, JSON.stringify({ revision: entry.revision + 1, content: entry.content }));
+    } catch (refused) {
+      return { status: 500, text: '' };
+    }
+    return { status: 200, text: JSON.stringify({ revision: entry.revision + 1 }) };
+  }
+
+  /** done({ok, changed, entry}): `changed` when another window has written; entry is what the answer holds. */
+  function readJournal(reply, done) {
+    done({ ok: reply.status === 200, changed: reply.status === 409, entry: parse(reply.text) || {} });
+  }
+
   Tandril.transport = {
     /** Finds the way to the component; done(answer) like a call. Comes before the first call. */
     open: function (done) {
@@ -141,6 +170,26 @@
       return send(verb, enterpriseAddress(path), type, body, function (reply) {
         done({ ok: reply.status === 200, status: reply.status, text: reply.text });
       }, progress);
+    },
+
+    /** The journal as it is kept: entry is {revision, content, damaged}. */
+    readJournal: function (done) {
+      if (client) {
+        readJournal({ status: 200, text: JSON.stringify(readStored()) }, done);
+        return;
+      }
+      send('GET', '/journal', '', null, function (reply) { readJournal(reply, done); });
+    },
+
+    /** Makes `content` the journal's if it still has the revision that was read; entry is {revision} then. */
+    writeJournal: function (revision, content, done) {
+      if (client) {
+        readJournal(writeStored({ revision: revision, content: content }), done);
+        return;
+      }
+      send('POST', '/journal', 'application/json', JSON.stringify({ revision: revision, content: content }), function (reply) {
+        readJournal(reply, done);
+      });
     },
 
     /** What the component has shown on its own screen after message `number`: done([{number, title, text}]). */

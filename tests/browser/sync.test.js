@@ -39,7 +39,7 @@ async function withPage(answers, enterprise, act) {
 const SYNC = ['CreateXMLStringForUpdate', 'DownloadErrors', 'DownloadXml', 'Synchronize_MasterData'];
 const syncCalls = (host) => host.calls.filter((call) => SYNC.includes(call.method));
 const states = (page) => page.$$eval('.steps li', (steps) => steps.map((step) => step.getAttribute('data-state')));
-const journal = (page) => page.evaluate(() => JSON.parse(localStorage.getItem('tandril.upload')));
+const journal = (host) => (host.journal.content && host.journal.content.upload) || null;
 
 async function synchronise(page) {
   await page.click('#sync');
@@ -58,7 +58,7 @@ test('ASynchronisationSendsBeforeItFetches', () => withPage({}, SERVER, async (p
   ]);
   assert.deepEqual(host.fetched, ['/enterprise/upload', '/enterprise/orders', '/enterprise/masterdata']);
   assert.match(await page.textContent('[data-step=report]'), /1 accepted, 1 refused/);
-  assert.equal(await journal(page), null);
+  assert.equal(journal(host), null);
   await close(page);
   assert.match(await page.textContent('#syncState'), /just now/);
 }));
@@ -82,7 +82,7 @@ for (const [name, answer] of Object.entries(LOSSES)) {
     return withPage({}, { ...SERVER, upload }, async (page, host) => {
       assert.equal((await synchronise(page))[0], 'failed');
       assert.deepEqual(syncCalls(host).map((call) => call.method), ['CreateXMLStringForUpdate']);
-      assert.equal((await journal(page)).text, UPLOAD);
+      assert.equal(journal(host).text, UPLOAD);
       await close(page);
       assert.match(await page.textContent('#syncState'), /no answer yet/);
       isBroken = false;
@@ -91,7 +91,7 @@ for (const [name, answer] of Object.entries(LOSSES)) {
       assert.deepEqual(await synchronise(page), ['done', 'done', 'done', 'done']);
       assert.deepEqual([...received], [UPLOAD]);
       assert.equal(host.calls.filter((call) => call.method === 'DownloadErrors').length, 1);
-      assert.equal(await journal(page), null);
+      assert.equal(journal(host), null);
     });
   });
 }
@@ -135,11 +135,11 @@ test('ARefusedUploadThatIsKeptGoesOutAgain', () => {
     await page.waitForSelector('[data-result=bad]');
     await close(page);
     assert.match(await page.textContent('#syncState'), /one upload was refused/);
-    assert.equal((await journal(page)).text, UPLOAD);
+    assert.equal(journal(host).text, UPLOAD);
     answer = REPORT;
     assert.deepEqual(await synchronise(page), ['done', 'done', 'done', 'done']);
     assert.equal(host.fetched.filter((path) => path === '/enterprise/upload').length, 2);
-    assert.equal(await journal(page), null);
+    assert.equal(journal(host), null);
   });
 });
 
@@ -150,7 +150,7 @@ test('ARefusedUploadCanBeSavedAndDropped', () => withPage({ CreateXMLStringForUp
   assert.equal(fs.readFileSync(await copy.path(), 'utf8'), WHOLE);
   await page.click('.shade .bar .danger');
   await page.click('[role=alertdialog] button:not(.danger)');
-  assert.equal((await journal(page)).text, WHOLE);
+  assert.equal(journal(host).text, WHOLE);
   await page.click('.shade .bar .danger');
   await page.click('[role=alertdialog] .danger');
   await page.waitForSelector('[data-result=good]');
@@ -162,46 +162,31 @@ test('ARefusedUploadCanBeSavedAndDropped', () => withPage({ CreateXMLStringForUp
   const report = host.calls.find((call) => call.method === 'DownloadErrors').args[0];
   assert.equal(report.replace(/ID="page-\d+"/, 'ID="page"'), '<UploadReport><File ID="page">' + entry('A1', '', '', '') + entry('A1', '10', '', '') +
     entry('A1', '10', '_1', 'Material') + entry('', '', '_2', 'Labor') + '</File></UploadReport>');
-  assert.equal(await journal(page), null);
+  assert.equal(journal(host), null);
 }));
 
 for (const status of [401, 403, 404, 500]) {
-  test(`AnAnswer${status}MayPassAndIsNotFinal`, () => withPage({}, { ...SERVER, upload: { status, text: 'no' } }, async (page) => {
+  test(`AnAnswer${status}MayPassAndIsNotFinal`, () => withPage({}, { ...SERVER, upload: { status, text: 'no' } }, async (page, host) => {
     assert.equal((await synchronise(page))[0], 'failed');
     assert.equal(await page.$('.shade .bar .danger'), null);
-    assert.equal((await journal(page)).state, 'sent');
+    assert.equal(journal(host).state, 'sent');
   }));
 }
 
 test('AnUploadThatAnotherWindowSettledIsNotDropped', () => withPage({}, { ...SERVER, upload: REFUSAL }, async (page, host) => {
   await meetRefusal(page);
-  await page.evaluate(() => localStorage.removeItem('tandril.upload'));
+  host.journal = { revision: host.journal.revision + 1, content: {} };
   await page.click('.shade .bar .danger');
   await page.click('[role=alertdialog] .danger');
   await page.waitForSelector('[data-result=bad]');
   assert.equal(host.calls.some((call) => call.method === 'DownloadErrors'), false);
 }));
 
-/* A browser whose storage is full, but for short texts. */
-function fillStorage() {
-  const put = Storage.prototype.setItem;
-  Storage.prototype.setItem = function setItem(key, value) {
-    if (value.length > 1000) { throw new DOMException('full', 'QuotaExceededError'); }
-    put.call(this, key, value);
-  };
-}
-
-/* A browser that takes a text of x but no upload, as when another page has filled the storage just now. */
-function refuseUploads() {
-  const put = Storage.prototype.setItem;
-  Storage.prototype.setItem = function setItem(key, value) {
-    if (key === 'tandril.upload') { throw new DOMException('full', 'QuotaExceededError'); }
-    put.call(this, key, value);
-  };
-}
+/* The disk is full from the upload's text on; there is room for what comes before it. */
+const fullForTexts = ({ content }) => Boolean(content.upload && content.upload.text);
 
 test('WithoutRoomNothingIsSentUnasked', () => withPage({ CreateXMLStringForUpdate: WHOLE }, SERVER, async (page, host) => {
-  await page.evaluate(fillStorage);
+  host.journalFault = () => true;
   await page.click('#sync');
   await page.waitForSelector('.shade .bar button:nth-child(2)');
   assert.match(await page.textContent('[data-step=send]'), /no room/);
@@ -212,7 +197,7 @@ test('WithoutRoomNothingIsSentUnasked', () => withPage({ CreateXMLStringForUpdat
 }));
 
 test('WithoutRoomTheEngineersWordSends', () => withPage({}, SERVER, async (page, host) => {
-  await page.evaluate(fillStorage);
+  host.journalFault = () => true;
   await page.click('#sync');
   await page.click('.shade .bar button:nth-child(2)');
   await page.waitForSelector('[data-result=good]');
@@ -220,7 +205,7 @@ test('WithoutRoomTheEngineersWordSends', () => withPage({}, SERVER, async (page,
 }));
 
 test('AnUploadThatFindsNoRoomIsTakenBack', () => withPage({ CreateXMLStringForUpdate: WHOLE, updatexml: '' }, SERVER, async (page, host) => {
-  await page.evaluate(refuseUploads);
+  host.journalFault = fullForTexts;
   await page.click('#sync');
   await page.waitForSelector('.shade .bar button:nth-child(2)');
   await page.click('.shade .bar button');
@@ -237,8 +222,8 @@ test('AnUploadThatFindsNoRoomIsTakenBack', () => withPage({ CreateXMLStringForUp
 test('AnUnkeptUploadGoesOutAgainFromItsWindow', () => {
   const received = new Set();
   let answer = 'drop';
-  return withPage({}, { ...SERVER, upload: (body) => { received.add(body); return answer; } }, async (page) => {
-    await page.evaluate(refuseUploads);
+  return withPage({}, { ...SERVER, upload: (body) => { received.add(body); return answer; } }, async (page, host) => {
+    host.journalFault = fullForTexts;
     await page.click('#sync');
     await page.click('.shade .bar button:nth-child(2)');
     await page.waitForSelector('[data-result=bad]');

@@ -39,10 +39,26 @@ async function answerCall(host, method, body, response) {
     JSON.stringify(result && result.fault ? result : { result }));
 }
 
-/* An answer of the enterprise server: a text, { status, text }, a function of the body that gives one, or "drop". */
+/* As the web host keeps it; host.journalFault stands for a disk that is full. */
+function answerJournal(host, request, body, response) {
+  if (request.method === 'GET') { return send(response, 200, 'application/json', JSON.stringify(host.journal)); }
+  if (host.journalFault && host.journalFault(JSON.parse(body))) {
+    return send(response, 500, 'application/json', '{"fault":"the disk is full"}');
+  }
+  if (host.beforeWrite) { host.beforeWrite(); }
+  const { revision, content } = JSON.parse(body);
+  if (revision !== host.journal.revision) { return send(response, 409, 'application/json', JSON.stringify(host.journal)); }
+  host.journal = { revision: revision + 1, content };
+  if (host.onKept) { host.onKept(content); }
+  if (host.hangAfter && content.upload && content.upload.state === host.hangAfter) { return undefined; }
+  return send(response, 200, 'application/json', JSON.stringify({ revision: revision + 1 }));
+}
+
+/* An answer of the enterprise server: a text, { status, text }, a function of the body that gives one, "drop" or "hang". */
 function answerEnterprise(answer, body, request, response) {
   const reply = typeof answer === 'function' ? answer(body) : answer;
   if (reply === 'drop') { return request.socket.destroy(); }
+  if (reply === 'hang') { return undefined; }
   if (reply === undefined) { return send(response, 502, 'text/plain', 'unreachable'); }
   return typeof reply === 'string' ? send(response, 200, 'text/xml', reply) : send(response, reply.status, 'text/plain', reply.text);
 }
@@ -50,6 +66,7 @@ function answerEnterprise(answer, body, request, response) {
 function handle(host, request, body, response) {
   const { pathname } = new URL(request.url, 'http://127.0.0.1');
   if (pathname === '/session') { return send(response, 200, 'application/json', JSON.stringify({ csrf: TOKEN })); }
+  if (pathname === '/journal') { return answerJournal(host, request, body, response); }
   if (pathname === '/messages') { return send(response, 200, 'application/json', JSON.stringify(host.messages)); }
   if (pathname.startsWith('/client20/')) {
     if (request.headers['x-tandril-csrf'] !== TOKEN) { return send(response, 403, 'text/plain', 'no token'); }
@@ -62,10 +79,14 @@ function handle(host, request, body, response) {
   return serveFile(pathname, response);
 }
 
-/** Starts a host; { address, calls, fetched, answers, enterprise, messages, stop() }; enterprise[PATH] is an answer, see above. */
+/**
+ * Starts a host; { address, calls, fetched, answers, enterprise, journal, messages, stop() }; enterprise[PATH] is an answer,
+ * see above. For the journal: beforeWrite(), onKept(content), hangAfter = a state of the upload.
+ */
 async function startMockHost(answers = {}, enterprise = {}) {
   const host = {
-    calls: [], fetched: [], answers: { GetVariable: 'Online', FMapperXMLExists: true, Get_Error: '1', ...answers }, enterprise, messages: []
+    calls: [], fetched: [], answers: { GetVariable: 'Online', FMapperXMLExists: true, Get_Error: '1', ...answers }, enterprise,
+    journal: { revision: 0, content: null }, messages: []
   };
   const server = http.createServer((request, response) => {
     const chunks = [];

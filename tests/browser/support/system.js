@@ -31,7 +31,8 @@ function start(name, args) {
   return url.then((address) => ({
     address,
     log: () => errors,
-    stop: () => { child.kill('SIGTERM'); return stopped; }
+    stop: () => { child.kill('SIGTERM'); return stopped; },
+    kill: () => { child.kill('SIGKILL'); return stopped; }
   }));
 }
 
@@ -78,4 +79,4 @@ async function startSystem(options = {}) {
   };
 }
 
-module.exports = { startSystem, ROOT };
+module.exports = { startSystem, startHost, fillHome, ROOT };

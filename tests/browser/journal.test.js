@@ -1,0 +1,206 @@
+'use strict';
+
+/* A page that ends in the middle of a synchronisation, at every step of the upload, and another one that goes on. */
+
+const { test, before, after } = require('node:test');
+const assert = require('node:assert/strict');
+const { launch, openPage } = require('./support/browser');
+const { startMockHost } = require('./support/mock_host');
+
+const UPLOAD = '<harbrook><ccsocservcordr><record ServiceOrder="A1" State="M"><F>ü</F></record></ccsocservcordr></harbrook>';
+const REPORT = '<Report><File ID="1"><Entry Status="Completed" Order="A1"/></File></Report>';
+const SERVER = { upload: REPORT, orders: '<harbrook/>', masterdata: '<extract/>' };
+
+const never = () => new Promise(() => {});
+const later = (milliseconds, value) => new Promise((resolve) => { setTimeout(() => resolve(value), milliseconds); });
+
+let browser;
+const hosts = [];
+before(async () => { browser = await launch(); });
+after(async () => {
+  await browser.close();
+  await Promise.all(hosts.map((host) => host.stop()));
+});
+
+async function startHost(answers, enterprise) {
+  const host = await startMockHost(answers, enterprise);
+  hosts.push(host);
+  return host;
+}
+
+/* A component with one changed record: asked for the upload it marks the record as sent, an edit marks it as changed. */
+function component() {
+  const store = { state: 'M', uploads: 0 };
+  return {
+    store,
+    answers: {
+      ListOrders: 'x', DownloadErrors: '', Synchronize_MasterData: 'SUCCESSFUL', DownloadXml: 'done',
+      GetVariable: (name) => (name === 'Mode' ? 'Online' : 'db'),
+      GetMailContent: () => UPLOAD.replace('"M"', `"${store.state}"`),
+      updatexml: () => { store.state = 'M'; return ''; },
+      CreateXMLStringForUpdate: () => {
+        if (store.state !== 'M') { return ''; }
+        store.state = 'MU';
+        store.uploads += 1;
+        return UPLOAD;
+      }
+    }
+  };
+}
+
+async function open(host) {
+  const page = await openPage(browser, host.address);
+  await page.waitForSelector('#divList .note');
+  return page;
+}
+
+async function synchronise(page) {
+  await page.click('#sync');
+  await page.waitForSelector('[data-result]');
+  return page.$$eval('.steps li', (steps) => steps.map((step) => step.getAttribute('data-state')));
+}
+
+const upload = (host) => host.journal.content && host.journal.content.upload;
+
+async function until(condition) {
+  for (let tries = 0; !condition(); tries++) {
+    assert.ok(tries < 500, 'it did not come to it');
+    await later(10);
+  }
+}
+
+/* Where the page ends: what hangs there, what the journal says then, and how often the bytes reach the server in all. */
+const CRASHES = {
+  beforeTheChangesAreAskedFor: { hang: ({ answers }) => { answers.CreateXMLStringForUpdate = never; }, state: 'preparing', posts: 1 },
+  beforeTheChangesArrive: {
+    hang: ({ answers, store }) => { answers.CreateXMLStringForUpdate = () => { store.state = 'MU'; return never(); }; }, state: 'preparing', posts: 1
+  },
+  beforeTheFirstByte: { hang: ({ host }) => { host.hangAfter = 'prepared'; }, state: 'prepared', posts: 1 },
+  whileTheBytesAreUnderWay: { hang: ({ enterprise }) => { enterprise.upload = 'hang'; }, state: 'sent', posts: 2 },
+  beforeTheAnswerIsStored: { hang: ({ answers }) => { answers.DownloadErrors = never; }, state: 'answered', posts: 1 }
+};
+
+for (const [name, { hang, state, posts }] of Object.entries(CRASHES)) {
+  test(`NothingIsLostOrSentTwice_${name}`, async () => {
+    const { store, answers } = component();
+    const healthy = { ...answers };
+    const received = [];
+    const enterprise = { ...SERVER, upload: (body) => { received.push(body); return REPORT; } };
+    const host = await startHost(answers, enterprise);
+    const first = await open(host);
+    hang({ answers: host.answers, enterprise, store, host });
+    if (enterprise.upload === 'hang') { enterprise.upload = (body) => { received.push(body); return 'hang'; }; }
+    await first.click('#sync');
+    await until(() => upload(host) && upload(host).state === state && (state !== 'sent' || received.length));
+    await first.context().close();
+
+    Object.assign(host.answers, healthy);
+    host.hangAfter = undefined;
+    enterprise.upload = (body) => { received.push(body); return REPORT; };
+    const second = await open(host);
+    assert.deepEqual(await synchronise(second), ['done', 'done', 'done', 'done']);
+    assert.deepEqual(received, Array(posts).fill(UPLOAD));
+    assert.equal(host.calls.filter((call) => call.method === 'DownloadErrors').pop().args[0], REPORT);
+    assert.equal(upload(host), undefined);
+    await second.context().close();
+  });
+}
+
+test('TheUploadIsKeptInEveryStateBeforeTheNextStep', async () => {
+  const { answers } = component();
+  const order = [];
+  const host = await startHost(answers, {
+    ...SERVER, upload: () => { order.push('post'); return REPORT; }
+  });
+  const note = (entry) => order.push(entry);
+  host.answers.CreateXMLStringForUpdate = () => { note('create'); return UPLOAD; };
+  host.answers.DownloadErrors = () => { note('store'); return ''; };
+  host.onKept = ({ upload: kept }) => { if (order[order.length - 1] !== (kept ? kept.state : 'settled')) { note(kept ? kept.state : 'settled'); } };
+  const page = await open(host);
+  await synchronise(page);
+  assert.deepEqual(order, ['preparing', 'create', 'prepared', 'sent', 'post', 'answered', 'store', 'settled']);
+  await page.context().close();
+});
+
+test('WhatTheBrowserKeptIsBroughtOver', async () => {
+  const host = await startHost(component().answers, SERVER);
+  const page = await openPage(browser, host.address + 'favicon.svg');
+  const old = { state: 'sent', text: UPLOAD, time: 5 };
+  await page.evaluate((kept) => {
+    localStorage.setItem('tandril.upload', JSON.stringify(kept));
+    localStorage.setItem('tandril.lastSync', String(Date.now() - 3 * 3600000));
+    localStorage.setItem('tandril.confirmed', '{"k":1}');
+  }, old);
+  await page.goto(host.address);
+  await page.waitForFunction(() => /no answer yet/.test(document.getElementById('syncState').textContent));
+  assert.match(await page.textContent('#syncState'), /3 h ago/);
+  assert.deepEqual(upload(host), old);
+  assert.deepEqual(host.journal.content.confirmed, { k: 1 });
+  assert.deepEqual(await page.evaluate(() => Object.keys(localStorage)), []);
+  await page.context().close();
+});
+
+test('WhatTheBrowserKeptStaysThereWhileTheHostCannotKeepIt', async () => {
+  const host = await startHost(component().answers, SERVER);
+  host.journalFault = () => true;
+  const page = await openPage(browser, host.address + 'favicon.svg');
+  await page.evaluate((text) => localStorage.setItem('tandril.upload', JSON.stringify({ state: 'sent', text, time: 5 })), UPLOAD);
+  await page.goto(host.address);
+  await page.waitForFunction(() => /no answer yet/.test(document.getElementById('syncState').textContent));
+  assert.deepEqual(await page.evaluate(() => Object.keys(localStorage)), ['tandril.upload']);
+  await page.context().close();
+});
+
+test('ADamagedJournalIsSaid', async () => {
+  const host = await startHost(component().answers, SERVER);
+  host.journal = { revision: 0, content: null, damaged: true };
+  const page = await openPage(browser, host.address);
+  await page.waitForSelector('#message.bad');
+  assert.match(await page.textContent('#message'), /was put aside/);
+  await page.context().close();
+});
+
+test('ANoteOfAnotherWindowDoesNotStopAnUpload', async () => {
+  const { answers } = component();
+  const host = await startHost(answers, SERVER);
+  const page = await open(host);
+  host.answers.CreateXMLStringForUpdate = () => {
+    host.journal = { revision: host.journal.revision + 1, content: { ...host.journal.content, lastSync: 7 } };
+    return UPLOAD;
+  };
+  assert.deepEqual(await synchronise(page), ['done', 'done', 'done', 'done']);
+  await page.context().close();
+});
+
+test('AnUploadThatAnotherWindowBeganStopsThisOne', async () => {
+  const { answers } = component();
+  const host = await startHost(answers, SERVER);
+  const page = await open(host);
+  host.beforeWrite = () => {
+    host.beforeWrite = undefined;
+    host.journal = { revision: 9, content: { upload: { state: 'sent', text: UPLOAD, time: 1 } } };
+  };
+  assert.equal((await synchronise(page))[0], 'failed');
+  assert.match(await page.textContent('[data-step=send]'), /Another window/);
+  assert.deepEqual(host.fetched, []);
+  assert.equal(host.calls.some((call) => call.method === 'CreateXMLStringForUpdate'), false);
+  await page.context().close();
+});
+
+test('ASecondWindowShowsWhatTheFirstOneLeft', async () => {
+  const { answers } = component();
+  const host = await startHost(answers, { ...SERVER, upload: undefined });
+  const first = await open(host);
+  const second = await first.context().newPage();
+  await second.goto(host.address);
+  await second.waitForFunction(() => /Never/.test(document.getElementById('syncState').textContent));
+  assert.equal((await synchronise(first))[0], 'failed');
+  await second.evaluate(() => window.Tandril.status.update());
+  await second.waitForFunction(() => /no answer yet/.test(document.getElementById('syncState').textContent));
+  host.enterprise.upload = REPORT;
+  assert.deepEqual(await synchronise(second), ['done', 'done', 'done', 'done']);
+  await first.click('.shade .bar button');
+  assert.equal((await synchronise(first))[0], 'done');
+  assert.equal(host.fetched.filter((path) => path === '/enterprise/upload').length, 2);
+  await first.context().close();
+});
