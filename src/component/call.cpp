@@ -29,6 +29,8 @@ Call::Call(Module& module, std::string_view action)
 store::OrderStore* Call::store() {
     if (!hasLoadedStore_) {
         hasLoadedStore_ = true;
+        // First, since two stores in memory are one too many.
+        module_.lastStore.reset();
         module_.lastStore = store::OrderStore::from(xml::load(files(), paths::store));
     }
     return module_.lastStore ? &*module_.lastStore : nullptr;

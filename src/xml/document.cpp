@@ -1,7 +1,5 @@
 #include "xml/document.h"
 
-#include <cstring>
-#include <new>
 #include <utility>
 
 #include "platform/fault.h"
@@ -61,16 +59,6 @@ void dropBlankText(Node root) {
     }
 }
 
-// The text in memory that the parser may keep; the string is given up before the tree grows.
-void* parserBuffer(std::string text) {
-    void* const buffer = pugi::get_memory_allocation_function()(text.size());
-    if (buffer == nullptr) {
-        throw std::bad_alloc();
-    }
-    std::memcpy(buffer, text.data(), text.size());
-    return buffer;
-}
-
 std::string quoted(std::string_view name, std::string_view value) {
     return value.empty() ? std::string()
                          : " " + std::string(name) + "=\"" + std::string(value) + '"';
@@ -87,12 +75,13 @@ std::optional<Document> Document::build(std::string text) {
     document.version_ = facts.declaration.version;
     document.encodingName_ = facts.declaration.encoding;
     document.standalone_ = facts.declaration.standalone;
-    document.tree_ = std::make_unique<pugi::xml_document>();
+    document.content_ = std::make_unique<Content>();
+    document.content_->text = std::move(text);
     const unsigned blanks =
         facts.hasInnerMarkup ? pugi::parse_ws_pcdata : pugi::parse_ws_pcdata_single;
-    const std::size_t size = text.size();
-    if (!document.tree_->load_buffer_inplace_own(parserBuffer(std::move(text)), size,
-                                                 parseFlags | blanks, pugi::encoding_utf8)) {
+    std::string& buffer = document.content_->text;
+    if (!document.content_->tree.load_buffer_inplace(buffer.data(), buffer.size(),
+                                                     parseFlags | blanks, pugi::encoding_utf8)) {
         return std::nullopt;
     }
     if (facts.hasInnerMarkup) {
@@ -139,7 +128,7 @@ std::string Document::declaration(std::string_view encodingName) const {
 
 std::string Document::text() const {
     std::string out = declaration({});
-    for (const Node node : tree_->children()) {
+    for (const Node node : content_->tree.children()) {
         write(out, node);
     }
     return out;
@@ -147,7 +136,7 @@ std::string Document::text() const {
 
 std::string Document::bytes() const {
     std::string out = declaration(encodingName_);
-    for (const Node node : tree_->children()) {
+    for (const Node node : content_->tree.children()) {
         write(out, node);
     }
     return encodeDocument(std::move(out), encoding_, hasMark_);

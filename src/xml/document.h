@@ -27,7 +27,7 @@ class Document {
     static std::optional<Document> decode(std::string bytes);
 
     // The document element. Never null.
-    Node root() const { return tree_->document_element(); }
+    Node root() const { return content_->tree.document_element(); }
 
     // The whole document as text. Its declaration, if there is one, names no encoding.
     std::string text() const;
@@ -39,7 +39,13 @@ class Document {
   private:
     Document() = default;
 
-    std::unique_ptr<pugi::xml_document> tree_;
+    // The tree's names and values stay where they stand in the text that it was made of.
+    struct Content {
+        std::string text;
+        pugi::xml_document tree;
+    };
+
+    std::unique_ptr<Content> content_;
     // The declaration is kept as it was written, apart from the tree.
     std::string version_;
     std::string encodingName_;

@@ -28,6 +28,12 @@ Descriptor openRegular(const std::string& path, int flags, const Attempt& attemp
     return file;
 }
 
+std::size_t sizeOf(const Descriptor& file, const Attempt& attempt) {
+    struct stat status {};
+    if (::fstat(file.get(), &status) != 0) attempt.fail(errno);
+    return static_cast<std::size_t>(status.st_size);
+}
+
 // Not every file system can synchronise a folder; those that cannot say EINVAL.
 void syncFolder(int folder, const Attempt& attempt) {
     if (::fsync(folder) != 0 && errno != EINVAL) attempt.fail(errno);
@@ -80,17 +86,20 @@ void throwSystemFault(std::string_view what, std::string_view shown, int error) 
 std::string readFile(const std::string& path, std::string_view shown) {
     const Attempt attempt{"read", shown};
     const Descriptor file = openRegular(path, O_RDONLY, attempt);
-    std::string content;
-    char buffer[64 * 1024];
+    // One more than the size, so that the end is found without growing.
+    std::string content(sizeOf(file, attempt) + 1, '\0');
+    std::size_t length = 0;
     for (;;) {
-        const ssize_t count = ::read(file.get(), buffer, sizeof buffer);
-        if (count == 0) return content;
-        if (count > 0) {
-            content.append(buffer, static_cast<std::size_t>(count));
-        } else if (errno != EINTR) {
-            attempt.fail(errno);
-        }
+        const ssize_t count = ::read(file.get(), content.data() + length, content.size() - length);
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) attempt.fail(errno);
+        if (count == 0) break;
+        length += static_cast<std::size_t>(count);
+        // Another program may make the file longer meanwhile.
+        if (length == content.size()) content.resize(2 * length);
     }
+    content.resize(length);
+    return content;
 }
 
 void replaceFile(const std::string& path, std::string_view shown, std::string_view bytes,
@@ -112,11 +121,10 @@ void replaceFiles(std::span<const Replacement> files) {
 void appendFile(const std::string& path, std::string_view shown, std::string_view bytes) {
     const Attempt attempt{"append to", shown};
     const Descriptor file = openRegular(path, O_WRONLY | O_APPEND, attempt);
-    struct stat before {};
-    if (::fstat(file.get(), &before) != 0) attempt.fail(errno);
+    const std::size_t before = sizeOf(file, attempt);
     const int error = writeAll(file.get(), bytes);
     if (error == 0) return;
-    if (::ftruncate(file.get(), before.st_size) != 0) attempt.fail(errno);
+    if (::ftruncate(file.get(), static_cast<off_t>(before)) != 0) attempt.fail(errno);
     attempt.fail(error);
 }
 
