@@ -12,23 +12,8 @@ void Cursor::fail(std::string reason) const {
     throw Stop{Problem{std::min(position_, text_.size()), std::move(reason)}};
 }
 
-void Cursor::require(std::string_view token, const char* reason) {
-    if (!startsWith(token)) {
-        fail(reason);
-    }
-    position_ += token.size();
-}
-
-bool Cursor::skipBlanks() {
-    const std::size_t start = position_;
-    while (!atEnd() && isBlank(current())) {
-        ++position_;
-    }
-    return position_ != start;
-}
-
 void Cursor::legalCharacter() {
-    const platform::DecodedCharacter decoded = platform::decodeUtf8(text_.substr(position_));
+    const platform::DecodedCharacter decoded = platform::decodeUtf8(rest());
     if (decoded.length == 0) {
         fail("a byte is not UTF-8");
     }
@@ -54,9 +39,8 @@ void Cursor::legalUntil(std::size_t end) {
     }
 }
 
-std::string_view Cursor::name() {
-    const std::size_t start = position_;
-    if (atEnd() || !isNameStart(platform::decodeUtf8(text_.substr(position_)).character)) {
+void Cursor::restOfName(std::size_t start) {
+    if (position_ == start && (atEnd() || !isNameStart(platform::decodeUtf8(rest()).character))) {
         fail("a name is expected");
     }
     while (!atEnd()) {
@@ -65,7 +49,7 @@ std::string_view Cursor::name() {
             ++position_;
             continue;
         }
-        const platform::DecodedCharacter decoded = platform::decodeUtf8(text_.substr(position_));
+        const platform::DecodedCharacter decoded = platform::decodeUtf8(rest());
         if (decoded.length == 0) {
             fail("a byte is not UTF-8");
         }
@@ -74,7 +58,6 @@ std::string_view Cursor::name() {
         }
         position_ += decoded.length;
     }
-    return from(start);
 }
 
 std::string_view Cursor::quoted() {

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "xml/byte_runs.h"
+#include "xml/characters.h"
 #include "xml/well_formed.h"
 
 // What the well-formedness check is made of: a position in the text that moves forward over
@@ -59,32 +61,61 @@ class Cursor {
 
     bool atEnd() const { return position_ >= text_.size(); }
     char current() const { return text_[position_]; }
+    // The byte behind the current one; 0 at the end.
+    char next() const { return position_ + 1 < text_.size() ? text_[position_ + 1] : '\0'; }
     unsigned char currentByte() const { return static_cast<unsigned char>(text_[position_]); }
     std::size_t position() const { return position_; }
-    bool startsWith(std::string_view token) const {
-        return text_.compare(position_, token.size(), token) == 0;
-    }
+    bool startsWith(std::string_view token) const { return rest().starts_with(token); }
     std::size_t find(std::string_view token) const { return text_.find(token, position_); }
     std::string_view from(std::size_t start) const {
         return text_.substr(start, position_ - start);
     }
 
+    std::string_view rest() const { return {text_.data() + position_, text_.size() - position_}; }
+
     void advance(std::size_t bytes) { position_ += bytes; }
     void moveTo(std::size_t position) { position_ = position; }
 
     // Passes over the token or stops with the reason.
-    void require(std::string_view token, const char* reason);
+    void require(std::string_view token, const char* reason) {
+        if (!startsWith(token)) {
+            fail(reason);
+        }
+        position_ += token.size();
+    }
+    void require(char token, const char* reason) {
+        if (atEnd() || current() != token) {
+            fail(reason);
+        }
+        ++position_;
+    }
     // Passes over white space; returns whether there was any.
-    bool skipBlanks();
+    bool skipBlanks() {
+        const std::size_t start = position_;
+        while (!atEnd() && isBlank(current())) {
+            ++position_;
+        }
+        return position_ != start;
+    }
     // Passes over a character that a document may hold.
     void legalCharacter();
     // Passes over such characters up to the position.
     void legalUntil(std::size_t end);
-    std::string_view name();
+    std::string_view name() {
+        const std::size_t start = position_;
+        position_ += lettersLength(rest());
+        if (position_ == start || atEnd() || nameClasses[currentByte()] != Special) {
+            restOfName(start);
+        }
+        return from(start);
+    }
     // A value between single or double quotes, taken as it stands.
     std::string_view quoted();
 
   private:
+    // Passes over the rest of a name that starts there.
+    void restOfName(std::size_t start);
+
     std::string_view text_;
     std::size_t position_ = 0;
 };

@@ -66,28 +66,43 @@ class Scanner {
             if (cursor_.atEnd()) {
                 cursor_.fail("an element is not closed");
             }
-            if (cursor_.startsWith("</")) {
-                endTag();
-            } else if (cursor_.startsWith("<!--")) {
-                facts_.hasInnerMarkup = true;
-                comment();
-            } else if (cursor_.startsWith("<![CDATA[")) {
-                facts_.hasInnerMarkup = true;
-                cdata();
-            } else if (cursor_.startsWith("<?")) {
-                facts_.hasInnerMarkup = true;
-                instruction();
-            } else {
-                startTag();
+            switch (cursor_.next()) {
+                case '/':
+                    endTag();
+                    break;
+                case '!':
+                case '?':
+                    innerMarkup();
+                    break;
+                default:
+                    startTag();
             }
         }
     }
 
-    // Text and references up to the character that ends them, or the end of all. What means
-    // something to a text or a value is left to it.
-    template <class PassSpecial>
-    void charactersUntil(char last, PassSpecial passSpecial) {
-        while (!cursor_.atEnd()) {
+    void innerMarkup() {
+        facts_.hasInnerMarkup = true;
+        if (cursor_.startsWith("<!--")) {
+            comment();
+        } else if (cursor_.startsWith("<![CDATA[")) {
+            cdata();
+        } else if (cursor_.startsWith("<?")) {
+            instruction();
+        } else {
+            startTag();
+        }
+    }
+
+    // Text and references up to the character that ends them, or the end of all. `plainLength`
+    // tells how many ordinary bytes come next, at least; what means something to a text or a value
+    // is left to it.
+    template <class PlainLength, class PassSpecial>
+    void charactersUntil(char last, PlainLength plainLength, PassSpecial passSpecial) {
+        while (true) {
+            cursor_.advance(plainLength(cursor_.rest()));
+            if (cursor_.atEnd()) {
+                return;
+            }
             switch (textClasses[cursor_.currentByte()]) {
                 case Plain:
                     cursor_.advance(1);
@@ -108,7 +123,7 @@ class Scanner {
     }
 
     void characterData() {
-        charactersUntil('<', [this] { specialInText(); });
+        charactersUntil('<', plainTextLength, [this] { specialInText(); });
     }
 
     void specialInText() {
@@ -175,7 +190,7 @@ class Scanner {
     }
 
     void startTag() {
-        cursor_.require("<", "an element is expected");
+        cursor_.require('<', "an element is expected");
         const std::string_view tag = cursor_.name();
         attributes_.clear();
         while (true) {
@@ -209,7 +224,7 @@ class Scanner {
         }
         attributes_.push_back(key);
         cursor_.skipBlanks();
-        cursor_.require("=", "an attribute has no value");
+        cursor_.require('=', "an attribute has no value");
         cursor_.skipBlanks();
         attributeValue();
     }
@@ -232,7 +247,9 @@ class Scanner {
         }
         const char quote = cursor_.current();
         cursor_.advance(1);
-        charactersUntil(quote, [this] { specialInValue(); });
+        charactersUntil(
+            quote, [quote](std::string_view rest) { return plainValueLength(rest, quote); },
+            [this] { specialInValue(); });
         if (cursor_.atEnd()) {
             cursor_.fail("an attribute value is not closed");
         }
@@ -258,7 +275,7 @@ class Scanner {
         }
         cursor_.advance(tag.size());
         cursor_.skipBlanks();
-        cursor_.require(">", "a closing tag does not match");
+        cursor_.require('>', "a closing tag does not match");
         open_.pop_back();
     }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -127,6 +128,46 @@ TEST(WellFormed, RefusesBottomlessNesting) {
     };
     EXPECT_TRUE(isWellFormed(nested(maximumDepth)));
     EXPECT_EQ(reasonFor(nested(maximumDepth + 1)), "elements are nested too deeply");
+}
+
+// Ordinary bytes are passed over many at a time, so every byte has to count in every place.
+void expectBytes(std::string_view before, std::string_view behind,
+                 const std::function<bool(unsigned char)>& isAllowed) {
+    for (std::size_t letters = 0; letters <= 18; ++letters) {
+        for (int value = 0; value < 256; ++value) {
+            const auto byte = static_cast<unsigned char>(value);
+            const std::string text = std::string(before) + "a" + std::string(letters, 'Z') +
+                                     static_cast<char>(byte) + "azAZ" + std::string(behind);
+            EXPECT_EQ(isWellFormed(text), isAllowed(byte)) << value << " behind " << letters;
+        }
+    }
+}
+
+bool isLegalAscii(unsigned char byte) {
+    return byte == '\t' || byte == '\n' || byte == '\r' || (byte >= 0x20 && byte < 0x80);
+}
+
+TEST(WellFormed, JudgesEveryByteOfATextInEveryPlace) {
+    expectBytes("<r>", "</r>", [](unsigned char byte) {
+        return isLegalAscii(byte) && byte != '<' && byte != '&';
+    });
+}
+
+TEST(WellFormed, JudgesEveryByteOfAValueInEveryPlace) {
+    for (const char quote : {'"', '\''}) {
+        expectBytes(std::string("<r v=") + quote, std::string(1, quote) + "/>",
+                    [quote](unsigned char byte) {
+                        return isLegalAscii(byte) && byte != '<' && byte != '&' && byte != quote;
+                    });
+    }
+}
+
+TEST(WellFormed, JudgesEveryByteOfANameInEveryPlace) {
+    expectBytes("<", "/>", [](unsigned char byte) {
+        return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') ||
+               (byte >= '0' && byte <= '9') || byte == '-' || byte == '.' || byte == '_' ||
+               byte == ':';
+    });
 }
 
 TEST(WellFormed, TellsTheDeclaration) {
