@@ -23,9 +23,11 @@
 
   function fetchFrom(path, take, failed) {
     Tandril.transport.enterprise('GET', path, null, function (reply) {
-      if (reply.ok) { take(reply.text); return; }
-      page.say(reply.status === 502 || reply.status === 503 || reply.status === 0 ? text('noServer')
-        : text('serverSaid', reply.status), 'bad');
+      if (reply.ok && Tandril.answers.isExpected(path, reply.text)) {
+        take(reply.text);
+        return;
+      }
+      page.say(Tandril.answers.isAway(reply.status) ? text('noServer') : Tandril.answers.explain(path, reply), 'bad');
       failed();
     });
   }

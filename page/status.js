@@ -96,14 +96,19 @@
     row.querySelector('progress').hidden = state !== 'running';
   };
 
-  Window.prototype.progress = function (name, loaded, total) {
+  Window.prototype.note = function (words) {
+    var row = this.steps.querySelector('[data-state=running]');
+    if (row) { dom.append(dom.empty(row.querySelector('.said')), words); }
+  };
+
+  Window.prototype.progress = function (name, loaded, total, words) {
     var row = this.row(name);
     var bar = row.querySelector('progress');
     if (total) {
       bar.max = total;
       bar.value = loaded;
     }
-    dom.append(dom.empty(row.querySelector('.said')), text('syncBytes', Math.ceil(loaded / 1024)));
+    dom.append(dom.empty(row.querySelector('.said')), words);
   };
 
   /** Ends a step with a question. The first choice changes nothing, so Escape takes it, too. */

@@ -3,31 +3,39 @@
  * in this order. A step that fails ends it; what was done before stays, and nothing of the day's work is lost.
  *
  * The view it reports to: step(name, state, text) with the states "running", "done", "skipped" and "failed";
- * progress(name, loaded, total); choose(name, text, choices) with [{label, run, confirm, stays}], the one that changes
- * nothing first; end(succeeded).
+ * progress(name, loaded, total, text); note(text), at the running step; choose(name, text, choices) with
+ * [{label, run, confirm, stays}], the one that changes nothing first; end(succeeded).
  */
 (function (root) {
   'use strict';
 
   var Tandril = root.Tandril = root.Tandril || {};
   var journal = Tandril.journal;
+  var answers = Tandril.answers;
   var text = function () { return Tandril.text.apply(null, arguments); };
-
-  var NOT_THERE = [0, 502, 503, 504];
-
-  /* Answers that the same bytes get again. Others pass with time, with a new sign-in or with a corrected address. */
-  var FINAL = [400, 409, 410, 413, 414, 415, 422];
 
   /* What the storage needs beside an upload: its quotes with a sign before them, and the server's report. */
   var GROWTH = 1.25;
   var REPORT_ROOM = 20000;
 
   var BEAT = 10000; /* milliseconds between two signs of life to the other windows */
+  var SILENCE = 5; /* seconds without a byte until the engineer is told, and told again */
+
+  /* What is counted in the texts that go up and come down. */
+  var ENTRIES = { upload: /<record\s/g, orders: /<record\s/g, masterdata: /<row\s/g };
+
+  function countOf(xml, pattern) {
+    return (xml.match(pattern) || []).length;
+  }
+
+  function inKiB(bytes) {
+    return Math.ceil(bytes / 1024);
+  }
 
   function Sync(view) {
     this.view = view;
     this.cancelled = false;
-    this.request = null;
+    this.running = null;
   }
 
   Sync.prototype.start = function () {
@@ -48,7 +56,7 @@
 
   Sync.prototype.cancel = function () {
     this.cancelled = true;
-    if (this.request) { this.request.abort(); }
+    if (this.running) { this.running.abort(); } else { this.view.note(text('syncCancelling')); }
   };
 
   Sync.prototype.fail = function (step, words) {
@@ -77,31 +85,47 @@
     });
   };
 
-  /** Asks the server; done(text of the answer). Everything but a 200, or what `refused` takes, ends the step in plain words. */
-  Sync.prototype.ask = function (step, verb, path, body, done, refused) {
+  /** Tells again and again how long the server has been silent; heard() ends a silence, stop() the telling. */
+  function watchSilence(tell) {
+    var since = Date.now();
+    var clock = root.setInterval(function () {
+      var seconds = Math.round((Date.now() - since) / 1000);
+      if (seconds > 0 && seconds % SILENCE === 0) { tell(seconds); }
+    }, 1000);
+    return {
+      heard: function () { since = Date.now(); },
+      stop: function () { root.clearInterval(clock); }
+    };
+  }
+
+  /** Asks the server; done(reply), also when there is none. */
+  Sync.prototype.request = function (step, verb, path, body, done) {
     var self = this;
-    this.view.step(step, 'running', '');
-    this.request = Tandril.transport.enterprise(verb, path, body, function (reply) {
-      self.request = null;
-      if (reply.ok) {
-        done.call(self, reply.text);
-      } else if (self.cancelled) {
-        self.fail(step, text('syncCancelled'));
-      } else if (refused && FINAL.indexOf(reply.status) >= 0) {
-        refused.call(self, text('syncServerSaid', reply.status, firstLine(reply.text)));
-      } else {
-        self.fail(step, NOT_THERE.indexOf(reply.status) >= 0 ? text(step === 'send' ? 'syncNotSent' : 'syncNoServer')
-          : text('syncServerSaid', reply.status, firstLine(reply.text)));
-      }
-    }, function (loaded, total) {
+    var count = body ? countOf(body, ENTRIES.upload) : 0;
+    var silence = watchSilence(function (seconds) { self.view.note(text('syncSilent', seconds)); });
+    this.running = Tandril.transport.enterprise(verb, path, body, function (reply) {
+      self.running = null;
+      silence.stop();
+      done.call(self, reply);
+    }, function (loaded, total, isUp) {
+      silence.heard();
       journal.lock();
-      self.view.progress(step, loaded, total);
+      self.view.progress(step, loaded, total, isUp ? text('syncUp', count, inKiB(loaded)) : text('syncDown', inKiB(loaded)));
     });
   };
 
-  function firstLine(words) {
-    return words.split('\n')[0].slice(0, 300);
-  }
+  /** Fetches what a path answers and says how much of it came; done(text). Any other answer ends the step. */
+  Sync.prototype.fetch = function (step, path, done) {
+    this.view.step(step, 'running', '');
+    this.request(step, 'GET', path, null, function (reply) {
+      if (reply.ok && answers.isExpected(path, reply.text)) {
+        this.view.note(text('syncTaking', inKiB(reply.text.length), countOf(reply.text, ENTRIES[path])));
+        done.call(this, reply.text);
+      } else {
+        this.fail(step, this.cancelled ? text('syncCancelled') : answers.explain(path, reply));
+      }
+    });
+  };
 
   /* ---- send and report ---- */
 
@@ -213,18 +237,26 @@
   };
 
   Sync.prototype.transfer = function (upload) {
-    this.ask('send', 'POST', 'upload', upload.text, function (report) {
-      if (!isReport(report)) {
-        this.fail('send', text('syncNoReport'));
-        return;
+    this.request('send', 'POST', 'upload', upload.text, function (reply) {
+      if (reply.ok && answers.isExpected('upload', reply.text)) {
+        this.takeReport(upload, reply.text);
+      } else if (this.cancelled) {
+        this.fail('send', text('syncCancelledSent'));
+      } else if (answers.isFinal(reply.status)) {
+        this.refuse(upload, answers.said(reply));
+      } else {
+        this.fail('send', answers.explain('upload', reply));
       }
-      upload.state = 'answered';
-      upload.report = report;
-      this.keep('send', upload, function () {
-        this.view.step('send', 'done', text('syncSent', Tandril.records.countChanged(upload.text)));
-        this.store(upload);
-      });
-    }, function (reason) { this.refuse(upload, reason); });
+    });
+  };
+
+  Sync.prototype.takeReport = function (upload, report) {
+    upload.state = 'answered';
+    upload.report = report;
+    this.keep('send', upload, function () {
+      this.view.step('send', 'done', text('syncSent', Tandril.records.countChanged(upload.text)));
+      this.store(upload);
+    });
   };
 
   /* ---- an upload that the server refuses as a whole ---- */
@@ -261,16 +293,6 @@
     });
   };
 
-  /* A page of a proxy with status 200 is no report. */
-  function isReport(answer) {
-    var document = new root.DOMParser().parseFromString(answer, 'text/xml');
-    return document.getElementsByTagName('parsererror').length === 0 && document.getElementsByTagName('File').length > 0;
-  }
-
-  function countOf(xml, pattern) {
-    return (xml.match(pattern) || []).length;
-  }
-
   /** Stores the report. A damaged stored report is put aside by the first try, so there is a second. */
   Sync.prototype.store = function (upload, isSecond) {
     this.view.step('report', 'running', '');
@@ -305,7 +327,7 @@
   /* ---- download ---- */
 
   Sync.prototype.download = function () {
-    this.ask('download', 'GET', 'orders', null, function (xml) {
+    this.fetch('download', 'orders', function (xml) {
       this.call('download', 'DownloadXml', [xml], function (message) {
         this.call('download', 'Get_Error', [], function (error) {
           if (error && error !== '1') {
@@ -326,7 +348,7 @@
         this.succeed();
         return;
       }
-      this.ask('masterData', 'GET', 'masterdata', null, function (xml) {
+      this.fetch('masterData', 'masterdata', function (xml) {
         this.call('masterData', 'Synchronize_MasterData', [xml], function (result) {
           if (result !== 'SUCCESSFUL') {
             this.fail('masterData', result);

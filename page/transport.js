@@ -41,9 +41,11 @@
   }
 
   function watch(request, progress) {
-    function report(event) { progress(event.loaded, event.lengthComputable ? event.total : 0); }
-    request.onprogress = report;
-    if (request.upload) { request.upload.onprogress = report; }
+    function report(isUp) {
+      return function (event) { progress(event.loaded, event.lengthComputable ? event.total : 0, isUp); };
+    }
+    request.onprogress = report(false);
+    if (request.upload) { request.upload.onprogress = report(true); }
   }
 
   /** Where the enterprise server is: behind the host, or, without a host, where the page's file says. */
@@ -162,8 +164,8 @@
     },
 
     /**
-     * Asks the enterprise server; done({ok, status, text}), with status 0 when there was no answer; progress(loaded, total)
-     * as bytes go up and come down. Returns the request, which can be aborted.
+     * Asks the enterprise server; done({ok, status, text}), with status 0 when there was no answer;
+     * progress(loaded, total, isUp) as bytes go up and come down. Returns the request, which can be aborted.
      */
     enterprise: function (verb, path, body, done, progress) {
       var type = body === null ? '' : 'text/xml; charset=utf-8';

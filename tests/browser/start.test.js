@@ -73,13 +73,25 @@ test('FirstRunFetchesTheFieldMapperAndTheOrders', () => {
     ListOrders: () => orders,
     DownloadXml: () => { orders = 'x'; return 'New Data has been downloaded.'; },
     MyActivities: () => (orders ? ACTIVITIES : '')
-  }, { fieldmapper: '<mapper/>', orders: '<harbrook/>' }, async (page, host) => {
+  }, { fieldmapper: '<mapper><I18N/></mapper>', orders: '<harbrook/>' }, async (page, host) => {
     await page.waitForSelector('#divList tr.tablerows');
     assert.deepEqual(host.fetched, ['/enterprise/fieldmapper', '/enterprise/orders']);
-    assert.deepEqual(called(host, 'getFMapper'), [['<mapper/>', 'Yes']]);
+    assert.deepEqual(called(host, 'getFMapper'), [['<mapper><I18N/></mapper>', 'Yes']]);
     assert.deepEqual(called(host, 'DownloadXml'), [['<harbrook/>']]);
   });
 });
+
+for (const [name, answer] of Object.entries({ page: '<html><body>Sign in</body></html>', part: '<mapper><I18N', other: '<mapper/>' })) {
+  test(`FirstRunTakesNoForeignFieldMapper ${name}`, async () => {
+    const host = await startMockHost({ FMapperXMLExists: false }, { fieldmapper: answer });
+    const page = await openPage(browser, host.address);
+    await page.waitForSelector('#message.bad');
+    assert.match(await page.textContent('#message'), /is not what was asked for/);
+    assert.deepEqual(called(host, 'getFMapper'), []);
+    await page.context().close();
+    await host.stop();
+  });
+}
 
 test('FirstRunWithoutTheServerSaysSo', async () => {
   const host = await startMockHost({ FMapperXMLExists: false, Get_Error: 'There are no activities' });

@@ -251,6 +251,31 @@ test('CancelStopsAtTheRunningStep', () => {
   });
 });
 
+test('CancelIsAnsweredWhileAStepIsBroughtToItsEnd', () => {
+  let answer;
+  const waiting = new Promise((resolve) => { answer = resolve; });
+  return withPage({ DownloadXml: () => waiting.then(() => '') }, { ...SERVER, orders: '<harbrook><a><record A="1"/><record B="2"/></a></harbrook>' }, async (page) => {
+    await page.click('#sync');
+    await page.waitForFunction(() => /1 KiB received, records in them: 2/.test(document.querySelector('[data-step=download]').textContent));
+    await page.click('.shade .bar button');
+    assert.match(await page.textContent('[data-step=download]'), /Cancelling/);
+    answer();
+    await page.waitForSelector('[data-result=bad]');
+    assert.deepEqual(await states(page), ['done', 'done', 'done', 'failed']);
+  });
+});
+
+test('ASilentServerIsSaid', () => withPage({}, { ...SERVER, upload: 'hang' }, async (page, host) => {
+  await page.clock.install();
+  await page.click('#sync');
+  await page.waitForFunction(() => /1 KiB sent, records in them: 1/.test(document.querySelector('[data-step=send]').textContent));
+  await page.clock.runFor(10500);
+  assert.match(await page.textContent('[data-step=send]'), /silent for 10 s/);
+  await page.click('.shade .bar button');
+  await page.waitForSelector('[data-result=bad]');
+  assert.equal(journal(host).text, UPLOAD);
+}));
+
 test('TwoWindowsDoNotSynchroniseAtOnce', async () => {
   let answer;
   const waiting = new Promise((resolve) => { answer = resolve; });

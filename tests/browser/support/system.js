@@ -79,4 +79,4 @@ async function startSystem(options = {}) {
   };
 }
 
-module.exports = { startSystem, startHost, fillHome, ROOT };
+module.exports = { startSystem, startHost, fillHome, addMasterData, ROOT };
