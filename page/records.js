@@ -140,18 +140,24 @@
       return changedRecords(xml).filter(function (record) { return confirmed[record.key] !== digest(record.element); }).length;
     },
 
+    /** The keys of the records of a store that are marked as sent, and so are as they were sent. */
+    sentKeys: function (store) {
+      return recordsIn(store, SENT).map(function (record) { return record.key; });
+    },
+
     /**
-     * The records of a store that a report confirms and that the store still marks as changed, so that they go out once
-     * more: digests by key. For the engineer they are settled as long as they stay as they are.
+     * The records of a store that a report confirms and that the store marks as changed again although they are as they
+     * were sent: digests by key. For the engineer they are settled as long as they stay so. `sent` holds the keys that
+     * were marked as sent before the report was stored; what is not among them was edited since.
      */
-    confirmed: function (store, report) {
+    confirmed: function (store, report, sent) {
       var settled = {};
       var digests = {};
       changedRecords(store).forEach(function (record) { digests[record.key] = digest(record.element); });
       Array.prototype.forEach.call(parse(report).getElementsByTagName('*'), function (entry) {
         if (entry.getAttribute('Status') !== 'Completed') { return; }
         var key = keyOf(entry.getAttribute('Order'), entry.getAttribute('Activity'), entry.getAttribute('CostLine'), entry.getAttribute('CostType'));
-        if (digests[key] !== undefined) { settled[key] = digests[key]; }
+        if (digests[key] !== undefined && sent.indexOf(key) >= 0) { settled[key] = digests[key]; }
       });
       return settled;
     },

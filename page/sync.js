@@ -293,32 +293,39 @@
     });
   };
 
-  /** Stores the report. A damaged stored report is put aside by the first try, so there is a second. */
-  Sync.prototype.store = function (upload, isSecond) {
+  /** Stores the report, when there is one, and settles the upload. */
+  Sync.prototype.store = function (upload) {
     this.view.step('report', 'running', '');
     if (!upload.report) {
-      this.settle('<none/>');
+      this.settle('<none/>', []);
       return;
     }
-    this.call('report', 'DownloadErrors', [upload.report], function (error) {
+    this.call('report', 'GetMailContent', ['Harbrook'], function (store) {
+      this.storeReport(upload.report, store ? Tandril.records.sentKeys(store) : []);
+    });
+  };
+
+  /* A damaged stored report is put aside by the first try, so there is a second. */
+  Sync.prototype.storeReport = function (report, sent, isSecond) {
+    this.call('report', 'DownloadErrors', [report], function (error) {
       if (error && !isSecond) {
-        this.store(upload, true);
+        this.storeReport(report, sent, true);
       } else if (error) {
         this.fail('report', error);
       } else {
-        this.settle(upload.report);
+        this.settle(report, sent);
       }
     });
   };
 
   /** Takes the upload out of the journal and notes what the report confirmed, as it stands in the store now. */
-  Sync.prototype.settle = function (report) {
-    this.keep('report', null, function () { this.noteConfirmed(report); });
+  Sync.prototype.settle = function (report, sent) {
+    this.keep('report', null, function () { this.noteConfirmed(report, sent); });
   };
 
-  Sync.prototype.noteConfirmed = function (report) {
+  Sync.prototype.noteConfirmed = function (report, sent) {
     this.call('report', 'GetMailContent', ['Harbrook'], function (xml) {
-      if (xml) { journal.keepConfirmed(Tandril.records.confirmed(xml, report)); }
+      if (xml) { journal.keepConfirmed(Tandril.records.confirmed(xml, report, sent)); }
       this.view.step('report', 'done', text('syncReported', countOf(report, /Status="Completed"/g), countOf(report, /Status="Error"/g)));
       this.goOn('download', this.download);
     });

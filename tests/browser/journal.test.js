@@ -122,6 +122,21 @@ test('TheUploadIsKeptInEveryStateBeforeTheNextStep', async () => {
   await page.context().close();
 });
 
+/* The component marks a confirmed record as changed again, edited or not. */
+for (const [name, edit, words] of [['AConfirmedRecordWaitsNoMore', () => {}, /nothing waits/],
+  ['AnEditMadeWhileTheUploadIsUnderWayWaits', (store) => { store.state = 'M'; }, /1 changes wait/]]) {
+  test(name, async () => {
+    const { store, answers } = component();
+    const host = await startHost(answers, { ...SERVER, upload: () => { edit(store); return REPORT; } });
+    host.answers.DownloadErrors = () => { store.state = 'N'; return ''; };
+    const page = await open(host);
+    assert.deepEqual(await synchronise(page), ['done', 'done', 'done', 'done']);
+    await page.waitForFunction(() => /just now/.test(document.getElementById('syncState').textContent));
+    assert.match(await page.textContent('#syncState'), words);
+    await page.context().close();
+  });
+}
+
 test('WhatTheBrowserKeptIsBroughtOver', async () => {
   const host = await startHost(component().answers, SERVER);
   const page = await openPage(browser, host.address + 'favicon.svg');
