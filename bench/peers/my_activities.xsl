@@ -9,6 +9,7 @@
   <xsl:variable name="fields" select="document($mapper)"/>
   <xsl:variable name="columns"
                 select="$fields/*/ccsocservcactv/*[@UINTERFACE='1' or @UINTERFACE='3']"/>
+  <xsl:variable name="columnCount" select="count($columns)"/>
   <xsl:variable name="codes" select="$fields//*[*/@Id]"/>
   <xsl:variable name="widths">&lt;COL WIDTH=120> &lt;COL WIDTH=120>&lt;COL WIDTH=150> &lt;COL WIDTH=150>&lt;COL WIDTH=120> &lt;COL WIDTH=120> &lt;COL WIDTH=120></xsl:variable>
 
@@ -18,7 +19,7 @@
     <xsl:call-template name="header"/>
     <xsl:for-each select="*/ccsocservcactv/*[key('order', @ID)[1]/*[1] = '15']">
       <xsl:text>&lt;tr class=orderrow>&lt;td colspan=</xsl:text>
-      <xsl:value-of select="count($columns)"/>
+      <xsl:value-of select="$columnCount"/>
       <xsl:text>>&amp;nbsp;</xsl:text>
       <xsl:call-template name="link">
         <xsl:with-param name="kind" select="1"/>
