@@ -8,6 +8,7 @@
 #include "cli/local_client.h"
 #include "cli/masterdata_folder.h"
 #include "cli/progress_bar.h"
+#include "component/settings.h"
 #include "masterdata/tables.h"
 #include "platform/fault.h"
 #include "platform/terminal.h"
@@ -45,12 +46,6 @@ void initialise(Client20& client, const std::string& home) {
     if (error.text && !error.text->empty()) {
         throw Fault(*error.text);
     }
-}
-
-std::string withoutBlankEnds(const std::string& text) {
-    const std::size_t first = text.find_first_not_of(' ');
-    return first == std::string::npos ? std::string()
-                                      : text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
 // Shows the import's progress where there is a terminal.
@@ -126,7 +121,7 @@ int MasterdataCommand::import(const Streams& streams) {
 int MasterdataCommand::list(const Streams& streams) {
     const std::string home = home_.folder();
     LocalClient local(home);
-    const std::string current = withoutBlankEnds(local.client().GetVariable("Currentmdb"));
+    const std::string current = Settings(local.module().machine.registry).currentDatabase();
     for (const auto& [name, kind] : MasterdataFolder(home).databases()) {
         streams.out << (name == current ? "* " : "  ") << name << " (" << describe(kind) << ")\n";
     }
