@@ -1,8 +1,11 @@
 #include "cli/home_option.h"
 
 #include <CLI/CLI.hpp>
+#include <filesystem>
 
+#include "platform/fault.h"
 #include "platform/machine.h"
+#include "platform/utf8_path.h"
 
 namespace tandril::cli {
 
@@ -20,6 +23,14 @@ void HomeOption::define(Parser& parser) {
 
 std::string HomeOption::folder() const {
     return folder_.empty() ? platform::defaultHome() : folder_;
+}
+
+std::string HomeOption::existingFolder() const {
+    std::string home = folder();
+    if (!home.empty() && !std::filesystem::is_directory(platform::pathFromUtf8(home))) {
+        throw Fault("there is no home \"" + home + "\"");
+    }
+    return home;
 }
 
 }  // namespace tandril::cli

@@ -14,6 +14,8 @@ class HomeOption {
     // The folder that was named, which need not exist, else the default home. Throws Fault when
     // there is no default home.
     std::string folder() const;
+    // The same, which must exist; "" stands for the machine itself. Throws Fault.
+    std::string existingFolder() const;
 
   private:
     std::string folder_;

@@ -1,7 +1,6 @@
 #include "cli/masterdata_command.h"
 
 #include <CLI/CLI.hpp>
-#include <filesystem>
 #include <ostream>
 #include <string_view>
 
@@ -36,12 +35,8 @@ std::string_view describe(platform::DatabaseKind kind) {
     return "no database";
 }
 
-// Lays the home out, unless it is already. Its folder must be there.
-void initialise(Client20& client, const std::string& home) {
-    // No home at all is the machine itself.
-    if (!home.empty() && !std::filesystem::is_directory(platform::pathFromUtf8(home))) {
-        throw Fault("there is no home \"" + home + "\"");
-    }
+// Lays the home out, unless it is already.
+void initialise(Client20& client) {
     const Variant error = client.Initialize();
     if (error.text && !error.text->empty()) {
         throw Fault(*error.text);
@@ -93,9 +88,9 @@ int MasterdataCommand::run(const Streams& streams) {
 }
 
 int MasterdataCommand::create(const Streams& streams) {
-    const std::string home = home_.folder();
+    const std::string home = home_.existingFolder();
     LocalClient local(home);
-    initialise(local.client(), home);
+    initialise(local.client());
     const std::string name = baseName(name_);
     MasterdataFolder(home).create(name, replace_);
     streams.out << name << ": " << masterdata::tables().size() << " tables\n";
@@ -103,9 +98,9 @@ int MasterdataCommand::create(const Streams& streams) {
 }
 
 int MasterdataCommand::import(const Streams& streams) {
-    const std::string home = home_.folder();
+    const std::string home = home_.existingFolder();
     LocalClient local(home);
-    initialise(local.client(), home);
+    initialise(local.client());
     const std::string name = baseName(
         name_.empty() ? platform::utf8FromPath(platform::pathFromUtf8(file_).filename()) : name_);
     const ImportResult result =
@@ -119,7 +114,7 @@ int MasterdataCommand::import(const Streams& streams) {
 }
 
 int MasterdataCommand::list(const Streams& streams) {
-    const std::string home = home_.folder();
+    const std::string home = home_.existingFolder();
     LocalClient local(home);
     const std::string current = Settings(local.module().machine.registry).currentDatabase();
     for (const auto& [name, kind] : MasterdataFolder(home).databases()) {
@@ -129,13 +124,13 @@ int MasterdataCommand::list(const Streams& streams) {
 }
 
 int MasterdataCommand::use(const Streams& streams) {
-    const std::string home = home_.folder();
+    const std::string home = home_.existingFolder();
     std::string name = baseName(name_);
     if (!MasterdataFolder(home).has(name)) {
         throw Fault("there is no database \"" + name + "\"");
     }
     LocalClient local(home);
-    initialise(local.client(), home);
+    initialise(local.client());
     std::string file = name + std::string(databaseExtension);
     local.client().SetCurrentmdb(name);
     local.client().SetODBCDataBase(file);

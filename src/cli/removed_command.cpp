@@ -64,7 +64,7 @@ int RemovedCommand::run(const Streams& streams) {
 }
 
 int RemovedCommand::list(const Streams& streams) const {
-    LocalClient local(home_.folder());
+    LocalClient local(home_.existingFolder());
     for (const Copy& copy : kept_copies::list(local.module())) {
         streams.out << copy.id << '\t' << copy.time << '\t' << copy.reason << '\t'
                     << nameOf(copy.key) << '\t' << copy.state << '\n';
@@ -73,7 +73,7 @@ int RemovedCommand::list(const Streams& streams) const {
 }
 
 int RemovedCommand::restore(const Streams& streams) const {
-    LocalClient local(home_.folder());
+    LocalClient local(home_.existingFolder());
     std::vector<std::string> ids = ids_;
     if (all_) {
         for (const Copy& copy : kept_copies::list(local.module())) ids.push_back(copy.id);

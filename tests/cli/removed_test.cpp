@@ -66,5 +66,42 @@ TEST_F(RemovedCommand, SaysWhatIsThereAlready) {
     EXPECT_EQ(home_.read(store), finished);
 }
 
+TEST_F(RemovedCommand, RestoresNothingWhenOneNumberIsUnknown) {
+    const std::string before = home_.read(store);
+    const ProcessResult result = removed({"restore", "1", "9"});
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.errors, "no copy 9\n");
+    EXPECT_EQ(result.end.status, 2);
+    EXPECT_EQ(home_.read(store), before);
+}
+
+TEST_F(RemovedCommand, RestoresALineWhoseOrderIsGone) {
+    EXPECT_EQ(removed({"restore", "2"}).output, "restored 2\n");
+    EXPECT_EQ(home_.read(store),
+              "<harbrook><ccsocservcordr/><ccsocservclabr><ServiceOrder ID=\"A1\" "
+              "Activity=\"10\" State=\"O\"><line LineNumber=\"1\" State=\"NU\"/>"
+              "</ServiceOrder></ccsocservclabr></harbrook>");
+    EXPECT_EQ(list(), "1\tpurge\torder A1\tMU\n");
+}
+
+TEST_F(RemovedCommand, ReportsDamagedCopies) {
+    home_.write("Vorn Tandril/Removed.xml", "<damaged");
+    for (const char* const action : {"list", "restore"}) {
+        std::vector<std::string> arguments{action};
+        if (arguments.front() == "restore") arguments.emplace_back("--all");
+        const ProcessResult result = removed(arguments);
+        EXPECT_EQ(result.errors, "\"C:\\Vorn Tandril\\Removed.xml\" is damaged\n");
+        EXPECT_EQ(result.end.status, 1);
+    }
+    EXPECT_EQ(home_.read("Vorn Tandril/Removed.xml"), "<damaged");
+}
+
+TEST_F(RemovedCommand, NeedsAHome) {
+    const std::string nowhere = home_.pathOf("nowhere");
+    const ProcessResult result = run({"removed", "list", "--home", nowhere});
+    EXPECT_EQ(result.errors, "there is no home \"" + nowhere + "\"\n");
+    EXPECT_EQ(result.end.status, 1);
+}
+
 }  // namespace
 }  // namespace tandril::test
