@@ -145,6 +145,24 @@ good_tree
 append docs/page.md '[lost](behaviour.md#nothing)\n'
 ok "LinkToAMissingHeadingFails" fails docs
 
+# example CALL: a page with a script in which it stands
+example() {
+    good_tree
+    append docs/page.md '```js\n'"$1"'\n```\n'
+}
+for call in 'client.Initialize()' 'Initialize(1)' 'x.client.Lost()' 'if (client.Initialize () != "") {}'; do
+    example "$call"
+    ok "ExampleIsRight_$call" accepts docs
+done
+for call in 'client.Initialize(1)' 'client.Initialize name' 'client.Initialize(f(1, 2), "a")'; do
+    example "$call"
+    ok "WrongArgumentsFail_$call" fails docs
+done
+ok "WrongArgumentsAreCounted" printed "docs/page.md: client.Initialize: 2 arguments in place of 0"
+example 'client.initialize()'
+ok "CallOfNoMethodFails" fails docs
+ok "CallOfNoMethodIsNamed" printed "docs/page.md: client.initialize: there is no such method"
+
 good_tree
 append src/component/methods.cpp '// row<&C::ListOrders>(17, "ListOrders"),\n'
 ok "UndescribedMethodFails" fails docs
