@@ -3,8 +3,13 @@
 
 add_library(tandril_options INTERFACE)
 target_include_directories(tandril_options INTERFACE "${PROJECT_SOURCE_DIR}/src")
-target_compile_options(tandril_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+if(MSVC)
+    # Sources are UTF-8, as they are to the other compilers.
+    target_compile_options(tandril_options INTERFACE /W4 /utf-8 /permissive- /Zc:__cplusplus)
+else()
+    target_compile_options(tandril_options INTERFACE
+        -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     # This GCC sees overlapping copies in the inlined operator+ of std::string (GCC bug 105651).
     target_compile_options(tandril_options INTERFACE -Wno-restrict)
