@@ -37,8 +37,9 @@ bool isRemoved(int file) {
 
 // Removes a temporary file that no process holds any more. What cannot be removed stays.
 void removeAbandoned(int folder, const std::string& name) {
+    // For writing, which network file systems ask of whoever wants the lock.
     const Descriptor file(
-        ::openat(folder, name.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+        ::openat(folder, name.c_str(), O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     if (file.valid() && lock(file.get()) == Lock::Taken && isNamed(folder, name, file.get())) {
         ::unlinkat(folder, name.c_str(), 0);
     }
