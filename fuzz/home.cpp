@@ -111,6 +111,14 @@ void Home::requireWholeFiles() const {
     }
 }
 
+void Home::requireStoreAsSaved() const {
+    if (module.lastStore) {
+        const auto saved = store::OrderStore::from(xml::load(machine.files, paths::store));
+        require(saved && saved->document().bytes() == module.lastStore->document().bytes(),
+                "the store in memory is the saved one");
+    }
+}
+
 void Home::showSome(std::string_view input) {
     constexpr std::size_t share = 5;
     std::size_t next = std::hash<std::string_view>()(input) % share;

@@ -18,6 +18,8 @@ struct Home : test::Workstation {
     std::map<std::string, std::string> files() const;
     // Every XML file that is there can be loaded, and the store is one.
     void requireWholeFiles() const;
+    // The store that is kept for the next call is the one in the file.
+    void requireStoreAsSaved() const;
     // Calls some of the methods that only show; which ones, the input decides, so that each has its
     // turn and yet all of them do not have to be waited for.
     void showSome(std::string_view input);

@@ -16,7 +16,8 @@ namespace {
 
 std::vector<Target> allTargets() {
     std::vector<Target> all = tandril::fuzz::methodTargets();
-    for (auto* const more : {&tandril::fuzz::fileTargets, &tandril::fuzz::textTargets}) {
+    for (auto* const more :
+         {&tandril::fuzz::callTargets, &tandril::fuzz::fileTargets, &tandril::fuzz::textTargets}) {
         for (Target& target : more()) {
             all.push_back(std::move(target));
         }

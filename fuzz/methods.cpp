@@ -1,6 +1,6 @@
 // The methods that take an XML text. What is not well-formed is answered in the method's own words
-// and changes no file but the log; whatever is taken leaves files that load, lists and forms that
-// can be shown, and an upload that can be sent.
+// and changes no file but the log, nor the store that the next call may show; whatever is taken
+// leaves files that load, lists and forms that can be shown, and an upload that can be sent.
 #include <algorithm>
 #include <optional>
 
@@ -34,6 +34,9 @@ const std::vector<XmlMethod>& xmlMethods() {
         {"AddXml", "SLBEU0269", {""}},
         {"SaveHra", "SLBEU0265", {""}},
         {"DownloadErrors", "SLBEU0288", {""}, paths::report},
+        {"MyActivities", anyResult, {}},
+        {"deleteCompletedOrders", anyResult, {""}},
+        {"SaveWebPage", anyResult, {""}},
         {"Synchronize_MasterData", "INVALID XML String!!", {}},
         // It stores its text unchecked.
         {"getFMapper", anyResult, {""}, paths::fieldMapper, {std::string("Yes")}},
@@ -68,6 +71,7 @@ void feed(const XmlMethod& method, std::string_view input, Home& home) {
     const auto& taking = method.taking;
     if (std::find(taking.begin(), taking.end(), answer) == taking.end()) {
         require(home.files() == before, "a refusal changes no file");
+        home.requireStoreAsSaved();
     }
     for (const std::string& sql : home.machine.database.statements) {
         requireOneStatement(sql);

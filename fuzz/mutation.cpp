@@ -1,6 +1,7 @@
 #include "mutation.h"
 
 #include <algorithm>
+#include <optional>
 #include <set>
 
 namespace tandril::fuzz {
@@ -82,9 +83,14 @@ class Mutation {
     struct Range {
         Position begin, end;
     };
+    struct Attribute {
+        std::string* tag;
+        Quoted value;
+    };
 
     std::size_t below(std::size_t limit) { return random_() % limit; }
     Position any(bool (*matches)(const std::string&));
+    std::optional<Attribute> anyAttribute();
     Range anyElement();
     std::string anyValue();
     std::string_view anyName() { return words_.names[below(words_.names.size())]; }
@@ -191,25 +197,28 @@ void Mutation::setText() {
     }
 }
 
-void Mutation::setAttribute() {
+std::optional<Mutation::Attribute> Mutation::anyAttribute() {
     const Position at =
         any([](const std::string& p) { return isStart(p) && !quotedIn(p).empty(); });
-    if (at < 0) return;
+    if (at < 0) return std::nullopt;
     std::string& tag = pieces_[static_cast<std::size_t>(at)];
     const auto quoted = quotedIn(tag);
-    const Quoted chosen = quoted[below(quoted.size())];
-    tag.replace(chosen.first, chosen.last - chosen.first + 1, '"' + anyValue() + '"');
+    return Attribute{&tag, quoted[below(quoted.size())]};
+}
+
+void Mutation::setAttribute() {
+    if (const auto found = anyAttribute()) {
+        const auto [first, last] = found->value;
+        found->tag->replace(first, last - first + 1, '"' + anyValue() + '"');
+    }
 }
 
 void Mutation::dropAttribute() {
-    const Position at =
-        any([](const std::string& p) { return isStart(p) && !quotedIn(p).empty(); });
-    if (at < 0) return;
-    std::string& tag = pieces_[static_cast<std::size_t>(at)];
-    const auto quoted = quotedIn(tag);
-    const Quoted chosen = quoted[below(quoted.size())];
-    const std::size_t blank = tag.find_last_of(" \t\r\n", chosen.first);
-    if (blank != std::string::npos) tag.erase(blank, chosen.last + 1 - blank);
+    if (const auto found = anyAttribute()) {
+        const auto [first, last] = found->value;
+        const std::size_t blank = found->tag->find_last_of(" \t\r\n", first);
+        if (blank != std::string::npos) found->tag->erase(blank, last + 1 - blank);
+    }
 }
 
 void Mutation::addAttribute() {

@@ -16,6 +16,8 @@ struct Target {
 
 // The methods that take an XML text, over a home full of records.
 std::vector<Target> methodTargets();
+// Any methods with any arguments.
+std::vector<Target> callTargets();
 // The files of a home, as another program or a damaged disk may leave them.
 std::vector<Target> fileTargets();
 // The readers of texts alone.
