@@ -1,6 +1,6 @@
 /*
  * What must survive a crash in the middle of a synchronisation: the upload that is not settled yet, what the last report
- * confirmed, and the time of the last success. It is kept in a file by the host, or in the browser's storage without one.
+ * confirmed, the time of the last success, and since when changes wait. It is kept in a file by the host, or in the browser's storage without one.
  *
  * The upload: { state, text, keys, reason, report, time } with the states, in their order:
  *   preparing  the component is asked for the changes; keys names those that it may mark as sent
@@ -141,6 +141,12 @@
     event.returnValue = '';
   });
 
+  /** Whether another window synchronises. */
+  function isElsewhere() {
+    var lock = read(LOCK);
+    return Boolean(lock) && lock.owner !== own && Date.now() - lock.time < LOCK_LIFE;
+  }
+
   function unlock() {
     var lock = read(LOCK);
     if (lock && lock.owner === own) { remove(LOCK); }
@@ -185,16 +191,39 @@
 
     /** What the last report has confirmed; see records.confirmed. */
     confirmed: function () { return content.confirmed || {}; },
-    keepConfirmed: function (digests) { save({ confirmed: digests }, true); },
+    keepConfirmed: function (digests) { save({ confirmed: digests, waitingSince: null }, true); },
+
+    /** Since when changes wait, in milliseconds, as far as a page has seen it; 0 for none. */
+    waitingSince: function () { return content.waitingSince || 0; },
+    noteWaiting: function (isWaiting) {
+      if (isWaiting !== Boolean(content.waitingSince)) { save({ waitingSince: isWaiting ? Date.now() : null }, true); }
+    },
 
     /** Time of the last success in milliseconds, 0 for never. */
     lastSuccess: function () { return content.lastSync || 0; },
     noteSuccess: function (done) { save({ lastSync: Date.now() }, true, done); },
 
+    isElsewhere: isElsewhere,
+
+    /** Calls the listener when another window begins or ends to synchronise, or stopped without a word. */
+    watchOthers: function (listener) {
+      var known = isElsewhere();
+      var clock = 0;
+      function look() {
+        root.clearTimeout(clock);
+        if (isElsewhere()) { clock = root.setTimeout(look, LOCK_LIFE); }
+        if (isElsewhere() === known) { return; }
+        known = !known;
+        listener();
+      }
+      root.addEventListener('storage', function (event) {
+        if (event.key === LOCK) { look(); }
+      });
+    },
+
     /** Takes or renews the lock of this window; false when another window has it. */
     lock: function () {
-      var lock = read(LOCK);
-      if (lock && lock.owner !== own && Date.now() - lock.time < LOCK_LIFE) { return false; }
+      if (isElsewhere()) { return false; }
       write(LOCK, { owner: own, time: Date.now() });
       return true;
     },

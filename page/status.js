@@ -13,6 +13,7 @@
   var STEPS = ['send', 'report', 'download', 'masterData'];
   var STEP_ICONS = { running: 'sync', done: 'check', skipped: 'minimize', failed: 'error' };
   var MINUTE = 60000;
+  var LISTS = ['divList', 'divCosts', 'divCostLines'];
 
   /* ---- mode ---- */
 
@@ -34,12 +35,27 @@
 
   /* ---- what waits ---- */
 
-  function age(time) {
+  /** The time that has passed, in words; "" for less than a minute. */
+  function span(time) {
     var minutes = Math.floor((Date.now() - time) / MINUTE);
+    if (minutes < 1) { return ''; }
+    if (minutes < 120) { return text('spanMinutes', minutes); }
+    return minutes < 48 * 60 ? text('spanHours', Math.floor(minutes / 60)) : text('spanDays', Math.floor(minutes / 1440));
+  }
+
+  function lastSuccess(time) {
     if (!time) { return text('syncNever'); }
-    if (minutes < 1) { return text('syncJustNow'); }
-    if (minutes < 120) { return text('syncMinutes', minutes); }
-    return minutes < 48 * 60 ? text('syncHours', Math.floor(minutes / 60)) : text('syncDays', Math.floor(minutes / 1440));
+    return span(time) ? text('syncAgo', span(time)) : text('syncJustNow');
+  }
+
+  function since(time, words) {
+    return time && span(time) ? text('syncFor', words, span(time)) : words;
+  }
+
+  function uploadWords(upload) {
+    if (upload.state === 'preparing') { return text('syncInterrupted'); }
+    return upload.state === 'refused' ? text('syncUploadRefused')
+      : text('syncUnanswered', Tandril.records.countChanged(upload.text));
   }
 
   /** Counts the records that are changed and not confirmed; an upload without an answer waits as well. */
@@ -50,12 +66,29 @@
   function showWaiting() {
     page.quietly('GetMailContent', ['Harbrook'], function (xml) {
       var waiting = xml ? Tandril.records.countWaiting(xml, journal.confirmed()) : 0;
-      var words = [age(journal.lastSuccess()), waiting ? text('syncWaiting', waiting) : text('syncNoneWaiting')];
       var upload = journal.upload();
-      if (upload) { words.push(text(upload.state === 'refused' ? 'syncUploadRefused' : 'syncUnanswered')); }
-      if (!journal.isKept()) { words.push(text('syncUnkept')); }
-      if (!journal.keepsInput()) { words.push(text('noStorage')); }
-      dom.append(dom.empty(document.getElementById('syncState')), words.join(' \u00b7 '));
+      journal.noteWaiting(waiting > 0);
+      var words = [
+        lastSuccess(journal.lastSuccess()),
+        waiting ? since(journal.waitingSince(), text('syncWaiting', waiting)) : text('syncNoneWaiting'),
+        upload && since(upload.time, uploadWords(upload)),
+        journal.isElsewhere() && text('syncOther'),
+        !journal.isKept() && text('syncUnkept'),
+        !journal.keepsInput() && text('noStorage')
+      ];
+      dom.append(dom.empty(document.getElementById('syncState')), words.filter(Boolean).join(' \u00b7 '));
+    });
+  }
+
+  /* What another window has fetched shows here, too, but not under the fingers of somebody who works in a list. */
+  function followOthers() {
+    journal.watchOthers(function () {
+      update();
+      if (journal.isElsewhere()) { return; }
+      Tandril.views.updateErrors();
+      LISTS.forEach(function (name) {
+        if (!page.place(name).element.contains(document.activeElement)) { page.refresh(name); }
+      });
     });
   }
 
@@ -162,7 +195,7 @@
     dom.append(dom.empty(this.button), text('close'));
     update();
     Tandril.views.updateErrors();
-    ['divList', 'divCosts', 'divCostLines'].forEach(page.refresh);
+    LISTS.forEach(page.refresh);
   };
 
   function synchronise() {
@@ -180,6 +213,7 @@
       button.setAttribute('aria-label', text('synchronise'));
       button.addEventListener('click', synchronise);
       root.setInterval(update, 5 * MINUTE);
+      followOthers();
     },
     showMode: showMode,
     update: update

@@ -358,10 +358,10 @@
       this.fetch('masterData', 'masterdata', function (xml) {
         this.call('masterData', 'Synchronize_MasterData', [xml], function (result) {
           if (result !== 'SUCCESSFUL') {
-            this.fail('masterData', result);
+            this.fail('masterData', text('syncMasterFailed', result));
             return;
           }
-          this.view.step('masterData', 'done', '');
+          this.view.step('masterData', 'done', text('syncChanges', countOf(xml, ENTRIES.masterdata)));
           this.succeed();
         });
       });

@@ -87,7 +87,7 @@ test('HoursAreRegisteredAndListed', async () => {
 });
 
 test('TheSynchronisationSendsAndFetches', async () => {
-  assert.match(await page.textContent('#syncState'), /changes wait/);
+  assert.match(await page.textContent('#syncState'), /changes waiting/);
   const steps = await synchronise();
   assert.deepEqual(steps.map(([state]) => state), ['done', 'done', 'done', 'skipped']);
   assert.match(steps[1][1], /\d+ accepted, [1-9]\d* refused/);
@@ -103,7 +103,7 @@ test('ARefusedRecordIsCorrectedAndSentAgain', async () => {
   await page.fill('#divDetails [data-field=Item]', 'FLT-300');
   await save();
   await page.waitForFunction((rows) => document.querySelectorAll('#divList tr.tablerows').length === rows - 1, count);
-  await page.waitForFunction(() => /1 changes wait/.test(document.getElementById('syncState').textContent));
+  await page.waitForFunction(() => /changes waiting: 1/.test(document.getElementById('syncState').textContent));
   const steps = await synchronise();
   assert.match(steps[1][1], /\d+ accepted, 0 refused/);
   await page.waitForFunction(() => /nothing waits/.test(document.getElementById('syncState').textContent));

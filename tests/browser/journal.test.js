@@ -115,7 +115,10 @@ test('TheUploadIsKeptInEveryStateBeforeTheNextStep', async () => {
   const note = (entry) => order.push(entry);
   host.answers.CreateXMLStringForUpdate = () => { note('create'); return UPLOAD; };
   host.answers.DownloadErrors = () => { note('store'); return ''; };
-  host.onKept = ({ upload: kept }) => { if (order[order.length - 1] !== (kept ? kept.state : 'settled')) { note(kept ? kept.state : 'settled'); } };
+  host.onKept = ({ upload: kept }) => {
+    const state = kept ? kept.state : order.includes('store') ? 'settled' : '';
+    if (state && order[order.length - 1] !== state) { note(state); }
+  };
   const page = await open(host);
   await synchronise(page);
   assert.deepEqual(order, ['preparing', 'create', 'prepared', 'sent', 'post', 'answered', 'store', 'settled']);
@@ -124,7 +127,7 @@ test('TheUploadIsKeptInEveryStateBeforeTheNextStep', async () => {
 
 /* The component marks a confirmed record as changed again, edited or not. */
 for (const [name, edit, words] of [['AConfirmedRecordWaitsNoMore', () => {}, /nothing waits/],
-  ['AnEditMadeWhileTheUploadIsUnderWayWaits', (store) => { store.state = 'M'; }, /1 changes wait/]]) {
+  ['AnEditMadeWhileTheUploadIsUnderWayWaits', (store) => { store.state = 'M'; }, /changes waiting: 1/]]) {
   test(name, async () => {
     const { store, answers } = component();
     const host = await startHost(answers, { ...SERVER, upload: () => { edit(store); return REPORT; } });
@@ -136,6 +139,76 @@ for (const [name, edit, words] of [['AConfirmedRecordWaitsNoMore', () => {}, /no
     await page.context().close();
   });
 }
+
+const ago = (minutes) => Date.now() - minutes * 60000;
+const header = (page, words) => page.waitForFunction((expected) => document.getElementById('syncState').textContent === expected, words);
+
+/* What the journal says, and the header's words for it. */
+const HEADERS = {
+  nothing: [() => ({}), 'Never synchronised \u00b7 changes waiting: 1'],
+  aSuccess: [() => ({ lastSync: ago(0) }), 'Synchronised just now \u00b7 changes waiting: 1'],
+  ages: [() => ({ lastSync: ago(200), waitingSince: ago(100), upload: { state: 'sent', text: UPLOAD, time: ago(3 * 1440) } }),
+    'Synchronised 3 h ago \u00b7 changes waiting: 1 (for 100 min) \u00b7 one upload has no answer yet, records in it: 1 (for 3 days)'],
+  anInterruption: [() => ({ lastSync: ago(12), upload: { state: 'preparing', keys: ['A1'], time: ago(0) } }),
+    'Synchronised 12 min ago \u00b7 changes waiting: 1 \u00b7 an upload was interrupted before it left'],
+  aRefusal: [() => ({ lastSync: ago(4000), upload: { state: 'refused', text: UPLOAD, reason: 'no', time: ago(130) } }),
+    'Synchronised 2 days ago \u00b7 changes waiting: 1 \u00b7 one upload was refused (for 2 h)']
+};
+
+for (const [name, [content, words]] of Object.entries(HEADERS)) {
+  test(`TheHeaderSays_${name}`, async () => {
+    const host = await startHost(component().answers, SERVER);
+    host.journal = { revision: 3, content: content() };
+    const page = await open(host);
+    await header(page, words);
+    await page.context().close();
+  });
+}
+
+test('TheTimeOfTheFirstChangeIsKeptUntilItIsSent', async () => {
+  const { store, answers } = component();
+  store.state = 'O';
+  const host = await startHost(answers, SERVER);
+  const page = await open(host);
+  await header(page, 'Never synchronised \u00b7 nothing waits');
+  assert.equal(host.journal.revision, 0);
+  store.state = 'M';
+  const before = Date.now();
+  await page.evaluate(() => Tandril.status.update());
+  await until(() => host.journal.content);
+  const since = host.journal.content.waitingSince;
+  assert.ok(since >= before && since <= Date.now());
+  await page.evaluate(() => Tandril.status.update());
+  await header(page, 'Never synchronised \u00b7 changes waiting: 1');
+  assert.equal(host.journal.content.waitingSince, since);
+  await synchronise(page);
+  await header(page, 'Synchronised just now \u00b7 nothing waits');
+  assert.equal(host.journal.content.waitingSince, undefined);
+  await page.context().close();
+});
+
+/* Two browsers do not see each other's storage; the journal stands between them, and the server knows the bytes. */
+test('TwoBrowsersSendTheSameBytes', async () => {
+  const { store, answers } = component();
+  const received = [];
+  let answer;
+  const report = new Promise((resolve) => { answer = () => resolve(REPORT); });
+  const host = await startHost(answers, { ...SERVER, upload: (body) => { received.push(body); return report; } });
+  const first = await open(host);
+  const second = await open(host);
+  await first.click('#sync');
+  await until(() => received.length === 1);
+  await second.click('#sync');
+  await until(() => received.length === 2);
+  answer();
+  await first.waitForSelector('[data-result]');
+  await second.waitForSelector('[data-result]');
+  assert.deepEqual(received, [UPLOAD, UPLOAD]);
+  assert.equal(store.uploads, 1);
+  assert.equal(upload(host), undefined);
+  await first.context().close();
+  await second.context().close();
+});
 
 test('WhatTheBrowserKeptIsBroughtOver', async () => {
   const host = await startHost(component().answers, SERVER);

@@ -5,6 +5,7 @@ const assert = require('node:assert/strict');
 const fs = require('node:fs');
 const { launch, openPage } = require('./support/browser');
 const { startMockHost } = require('./support/mock_host');
+const f = require('./support/fragments');
 
 const UPLOAD = '<harbrook><ccsocservcordr><record ServiceOrder="A1" State="M"><F>ü</F></record></ccsocservcordr></harbrook>';
 const REPORT = '<Report><File ID="1"><Entry Status="Completed" Order="A1"/><Entry Status="Error" Order="A2" Description="no"/></File></Report>';
@@ -279,19 +280,27 @@ test('ASilentServerIsSaid', () => withPage({}, { ...SERVER, upload: 'hang' }, as
 test('TwoWindowsDoNotSynchroniseAtOnce', async () => {
   let answer;
   const waiting = new Promise((resolve) => { answer = resolve; });
-  const host = await startMockHost(component({ DownloadErrors: () => waiting.then(() => '') }), SERVER);
+  let list = 'Before';
+  const host = await startMockHost(component({
+    DownloadErrors: () => waiting.then(() => ''), MyActivities: () => f.myActivities(list, ['Order'], [{ order: 'A1', activities: [] }])
+  }), SERVER);
   const first = await openPage(browser, host.address);
   const second = await first.context().newPage();
   await second.goto(host.address);
   await first.click('#sync');
   await first.waitForSelector('[data-step=report][data-state=running]');
-  await second.waitForSelector('#divList .note, #divList .panel, #sync:enabled');
+  await second.waitForFunction(() => /another window is synchronising/.test(document.getElementById('syncState').textContent));
   assert.equal((await synchronise(second))[0], 'failed');
   await close(second);
   assert.equal((await synchronise(second))[0], 'failed');
   assert.match(await second.textContent('[data-step=send]'), /Another window/);
+  await close(second);
+  list = 'After';
   answer();
   await first.waitForSelector('[data-result=good]');
+  await second.waitForSelector('#divList h2:has-text("After")');
+  await second.waitForFunction(() => /^Synchronised just now/.test(document.getElementById('syncState').textContent));
+  assert.doesNotMatch(await second.textContent('#syncState'), /another window/);
   assert.equal(syncCalls(host).filter((call) => call.method === 'CreateXMLStringForUpdate').length, 1);
   await first.context().close();
   await host.stop();

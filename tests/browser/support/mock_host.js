@@ -55,8 +55,8 @@ function answerJournal(host, request, body, response) {
 }
 
 /* An answer of the enterprise server: a text, { status, text }, a function of the body that gives one, "drop" or "hang". */
-function answerEnterprise(answer, body, request, response) {
-  const reply = typeof answer === 'function' ? answer(body) : answer;
+async function answerEnterprise(answer, body, request, response) {
+  const reply = await (typeof answer === 'function' ? answer(body) : answer);
   if (reply === 'drop') { return request.socket.destroy(); }
   if (reply === 'hang') { return undefined; }
   if (reply === undefined) { return send(response, 502, 'text/plain', 'unreachable'); }
