@@ -81,7 +81,11 @@
       page.clear(name);
       if (name === 'divDetails') { closeRecord(); }
       var list = page.place('divList').shown;
-      if (name !== 'divList' && list && list.list) { list.list.focusActive(); }
+      if (name === 'divList') {
+        Tandril.views.leave();
+      } else if (list && list.list) {
+        list.list.focusActive();
+      }
     });
   }
 
@@ -197,19 +201,9 @@
     return FORM_WORDS.indexOf(word) >= 0 ? word : word === 'hra' ? 'labor' : 'order';
   }
 
-  /** Runs `ask`, which makes one call, between opening and closing the data source; calls are made in order. */
-  function withDatabase(ask) {
-    page.call('OpenDataBase', [], function () {
-      ask();
-      page.quietly('CloseDataBase', [], function () {});
-    });
-  }
-
   function openWindow(mode, field, value, word) {
     var args = [mode, ZOOM_NAMES[field] || field, value, word];
-    withDatabase(function () {
-      page.show('divZoomHype', { method: 'HyperLinkAndZoom', args: args, title: text('masterData'), focus: true });
-    });
+    page.show('divZoomHype', { method: 'HyperLinkAndZoom', args: args, title: text('masterData'), database: true, focus: true });
   }
 
   function hyperlink(field, value, form) {
@@ -263,11 +257,14 @@
 
   /* ---- drop-downs and errors ---- */
 
+  /* What a drop-down is filled with was not typed by anybody, so it is nothing that could be lost. */
   function fillDrop(field, method, args, done) {
     page.call(method, args, function (fragment) {
-      var control = currentForm() && currentForm().control(field);
+      var form = currentForm();
+      var control = form && form.control(field);
       if (!control) { return; }
       Tandril.Form.fillOptions(control, Tandril.panel.readOptions(fragment || ''));
+      form.kept[control.id] = control.value;
       if (done) { done(); }
     });
   }
@@ -277,6 +274,7 @@
   }
 
   function showErrors() {
+    Tandril.views.mark(null);
     page.show('divList', { method: 'ShowErrorList', args: [], title: text('refused'), focus: true });
   }
 
@@ -301,6 +299,5 @@
 
   Tandril.refreshLists = refreshLists;
   Tandril.closeRecord = closeRecord;
-  Tandril.withDatabase = withDatabase;
   Tandril.closeZoom = closeZoom;
 }(window));

@@ -13,9 +13,16 @@
   var rows = Tandril.rows;
 
   var ALL_AT_ONCE = 250; /* rows; a longer list builds the rows in view only */
-  var ROW_HEIGHT = 40; /* pixels, as in the style sheet */
   var MARGIN = 12; /* rows built above and below the view */
   var SAMPLE = 400; /* rows looked at for the widths of the columns */
+  var NARROWEST = 3; /* characters of a column */
+  var WIDEST = 32;
+  var ALL_WIDTHS = 110; /* characters that a list of few columns shares out among them */
+
+  /* Pixels of a row, which the style sheet makes higher for fingers. */
+  function rowHeight() {
+    return parseFloat(root.getComputedStyle(document.documentElement).getPropertyValue('--row')) || 40;
+  }
 
   /* ---- the table ---- */
 
@@ -27,6 +34,8 @@
     this.run = options.run;
     this.label = options.label;
     this.shown = [];
+    this.rowHeight = rowHeight();
+    this.growing = options.growing;
     this.active = 0;
     this.columns = this.rows.slice(0, SAMPLE).reduce(function (count, row) {
       return row.group ? count : Math.max(count, row.look().cells.length);
@@ -45,12 +54,15 @@
    */
   List.prototype.grow = function (nodes, isLast) {
     var isPlain = this.shown === this.rows;
+    var wasSample = this.rows.length < SAMPLE;
     this.addRows(nodes);
+    if (wasSample) { this.setWidths(); }
     if (isPlain) {
       this.stretch();
     } else if (isLast) {
       this.update();
     }
+    this.growing = !isLast;
     if (isLast) { this.restore(); }
     if (this.onchange) { this.onchange(); }
   };
@@ -71,20 +83,24 @@
     this.element = this.scroller;
   };
 
-  /* Widths come from the longest texts, so that columns do not jump while rows come into view. */
   List.prototype.makeColumns = function () {
-    var group = dom.make('colgroup');
+    this.group = dom.make('colgroup');
+    for (var column = 0; column < this.columns; column++) { this.group.appendChild(dom.make('col')); }
+    this.setWidths();
+    return this.group;
+  };
+
+  /* Widths come from the longest texts, so that columns do not jump while rows come into view. */
+  List.prototype.setWidths = function () {
+    var widest = Math.max(WIDEST, Math.floor(ALL_WIDTHS / this.columns));
     for (var column = 0; column < this.columns; column++) {
       var longest = (this.head[column] || '').length;
       for (var i = 0; i < this.rows.length && i < SAMPLE; i++) {
         if (!this.rows[i].group) { longest = Math.max(longest, this.rows[i].textAt(column).length); }
       }
-      var width = Math.min(Math.max(longest, 3), 32);
-      var element = dom.make('col');
-      element.style.width = 'calc(' + width + 'ch + 26px)';
-      group.appendChild(element);
+      var width = Math.min(Math.max(longest, NARROWEST), widest);
+      this.group.children[column].style.width = 'calc(' + width + 'ch + 26px)';
     }
-    return group;
   };
 
   List.prototype.makeHead = function (column) {
@@ -156,8 +172,8 @@
   List.prototype.range = function () {
     var count = this.shown.length;
     if (count <= ALL_AT_ONCE || this.whole) { return { first: 0, end: count }; }
-    var first = Math.max(0, Math.floor(this.scroller.scrollTop / ROW_HEIGHT) - MARGIN);
-    var visible = Math.ceil((this.scroller.clientHeight || 800) / ROW_HEIGHT) + 2 * MARGIN;
+    var first = Math.max(0, Math.floor(this.scroller.scrollTop / this.rowHeight) - MARGIN);
+    var visible = Math.ceil((this.scroller.clientHeight || 800) / this.rowHeight) + 2 * MARGIN;
     return { first: first - first % 4, end: Math.min(count, first + visible) };
   };
 
@@ -179,7 +195,7 @@
   List.prototype.addGap = function (count) {
     if (count <= 0) { return; }
     var cell = dom.make('td', { colspan: this.columns });
-    cell.style.height = count * ROW_HEIGHT + 'px';
+    cell.style.height = count * this.rowHeight + 'px';
     this.body.appendChild(dom.make('tr', { 'class': 'gap', 'aria-hidden': 'true' }, cell));
   };
 
@@ -199,13 +215,19 @@
 
   List.prototype.scrolled = function () {
     var self = this;
-    this.state.scroll = this.scroller.scrollTop;
+    if (!this.isShort()) { this.state.scroll = this.scroller.scrollTop; }
     if (this.waiting) { return; }
     this.waiting = true;
     root.requestAnimationFrame(function () {
       self.waiting = false;
       self.paint();
     });
+  };
+
+  /* While rows are missing, the end of the list stops it from standing where it should; that is no wish of the user. */
+  List.prototype.isShort = function () {
+    var end = this.scroller.scrollHeight - this.scroller.clientHeight;
+    return this.growing && this.scroller.scrollTop < this.state.scroll && this.scroller.scrollTop >= end - 1;
   };
 
   /** Takes up the position that the state keeps, once the list stands in the document. */
@@ -317,7 +339,7 @@
     if (index < 0) { return; }
     this.setActive(index);
     if (!this.elementAt(index)) {
-      this.scroller.scrollTop = Math.max(0, index * ROW_HEIGHT - this.scroller.clientHeight / 2);
+      this.scroller.scrollTop = Math.max(0, index * this.rowHeight - this.scroller.clientHeight / 2);
       this.paint();
     }
     this.setActive(index);
@@ -325,7 +347,7 @@
   };
 
   List.prototype.press = function (event) {
-    var page = Math.max(1, Math.floor(this.scroller.clientHeight / ROW_HEIGHT) - 2);
+    var page = Math.max(1, Math.floor(this.scroller.clientHeight / this.rowHeight) - 2);
     var steps = { ArrowDown: 1, ArrowUp: -1, PageDown: page, PageUp: -page, Home: -Infinity, End: Infinity };
     var row = this.rowOf(event.target);
     if (steps.hasOwnProperty(event.key)) {

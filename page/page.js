@@ -140,12 +140,23 @@
   }
 
   /**
-   * Shows what a method returns. view: {method, args, title, subtitle, headings, focus, quiet}. An empty result shows the
-   * component's error text instead; in every place but the list it goes into the message line, unless the view is
+   * Shows what a method returns. view: {method, args, title, subtitle, headings, database, focus, quiet}. A view of the
+   * `database` is called while the data source is open. An empty result shows the component's error text instead; in every place but the list it goes into the message line, unless the view is
    * quiet, and the place stays as it was.
    */
   function show(name, view, done) {
-    withHeadings(view, function (head) { showWith(name, view, head, done); });
+    function ask() {
+      withHeadings(view, function (head) { showWith(name, view, head, done); });
+    }
+    if (view.database) { withDatabase(ask); } else { ask(); }
+  }
+
+  /** Runs `ask`, which makes one call, between opening and closing the data source; calls are made in order. */
+  function withDatabase(ask) {
+    call('OpenDataBase', [], function () {
+      ask();
+      quietly('CloseDataBase', [], function () {});
+    });
   }
 
   function showWith(name, view, head, done) {
@@ -180,7 +191,9 @@
   function refresh(name) {
     var view = places[name].view;
     if (!view) { return; }
-    show(name, { method: view.method, args: view.args, title: view.title, subtitle: view.subtitle, headings: view.headings });
+    show(name, {
+      method: view.method, args: view.args, title: view.title, subtitle: view.subtitle, headings: view.headings, database: view.database
+    });
   }
 
   function clear(name) {

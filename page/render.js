@@ -124,7 +124,9 @@
     if (panel.list && options.head && !panel.list.head.length) { panel.list.head = options.head; }
     dom.forgetIds();
     dom.empty(place);
-    var list = panel.list && new Tandril.List(panel.list, { state: options.state, run: options.run, label: title });
+    var list = panel.list && new Tandril.List(panel.list, {
+      state: options.state, run: options.run, label: title, growing: Boolean(panel.more)
+    });
     var form = panel.form && new Tandril.Form(panel.form, { run: options.run, label: title });
     var buttons = panel.buttons.concat(form ? form.buttons : []);
     var body = dom.make('div', { 'class': 'panel-body' }, [

@@ -81,18 +81,15 @@
     Tandril.page.show('divList', { method: entry.method, args: entry.args, title: text(entry.key), headings: entry.headings });
   }
 
-  /** Lists a table; the data source is open only while the call runs. */
   function openTable(entry) {
     closeMenu();
     mark(entry);
-    Tandril.withDatabase(function () {
-      Tandril.page.show('divList', { method: 'MasterData', args: [entry.code], title: entry.title });
-    });
+    Tandril.page.show('divList', { method: 'MasterData', args: [entry.code], title: entry.title, database: true });
   }
 
   function mark(entry) {
     dom.each(document.querySelectorAll('#menu button'), function (button) {
-      if (button === entry.button) { button.setAttribute('aria-current', 'page'); } else { button.removeAttribute('aria-current'); }
+      if (entry && button === entry.button) { button.setAttribute('aria-current', 'page'); } else { button.removeAttribute('aria-current'); }
     });
   }
 
@@ -129,6 +126,7 @@
     });
   }
 
+  /* On a small screen the menu lies over the page: Escape and a press beside it close it. */
   function closeMenu() {
     document.body.classList.remove('menu-open');
     document.getElementById('menuToggle').setAttribute('aria-expanded', 'false');
@@ -137,6 +135,19 @@
   function toggleMenu() {
     var isOpen = document.body.classList.toggle('menu-open');
     document.getElementById('menuToggle').setAttribute('aria-expanded', String(isOpen));
+    if (isOpen) { document.querySelector('#menu button').focus(); }
+  }
+
+  function leaveMenu(event) {
+    var toggle = document.getElementById('menuToggle');
+    var isInside = document.getElementById('menu').contains(event.target) || toggle.contains(event.target);
+    if (!document.body.classList.contains('menu-open')) { return; }
+    if (event.key === 'Escape') {
+      closeMenu();
+      toggle.focus();
+    } else if (event.type === 'click' && !isInside) {
+      closeMenu();
+    }
   }
 
   Tandril.views = {
@@ -144,6 +155,8 @@
       var toggle = document.getElementById('menuToggle');
       toggle.appendChild(Tandril.icon('menu'));
       toggle.addEventListener('click', toggleMenu);
+      document.addEventListener('click', leaveMenu);
+      document.addEventListener('keydown', leaveMenu);
       dom.append(document.getElementById('menu'), MENU.map(makeGroup).concat(makeTables()));
     },
 
@@ -154,6 +167,17 @@
       showList(entry);
     },
 
+    /** Marks the menu's entry of the view that is shown, none for null. */
+    mark: mark,
+
+    /** Leads from a view that was closed back to its entry in the menu. */
+    leave: function () {
+      var entry = document.querySelector('#menu [aria-current]');
+      var toggle = document.getElementById('menuToggle');
+      mark(null);
+      (entry && entry.offsetParent && root.getComputedStyle(entry).visibility === 'visible' ? entry : toggle).focus();
+    },
+
     /** Shows how many records the server refused. */
     updateErrors: function () {
       Tandril.page.quietly('ShowErrorPool', [], function (fragment) {
@@ -162,7 +186,7 @@
         anchors.forEach(function (anchor) {
           dom.append(place, dom.make('button', {
             type: 'button', 'class': anchor.cls, onclick: function (event) { Tandril.page.run(anchor.call, event); }
-          }, [Tandril.icon('error'), Tandril.panel.trimmed(anchor).replace(/^\*[\s\u00a0]*/, '')]));
+          }, [Tandril.icon('error'), Tandril.panel.trimmed(anchor).replace(/^\*[\s\u00a0]*/, '').replace(/(\S)\(/, '$1 (')]));
         });
       });
     }

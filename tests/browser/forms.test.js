@@ -128,6 +128,17 @@ test('AZoomFillsTheField', () => withForm({
     ['OpenDataBase', 'HyperLinkAndZoom', 'CloseDataBase', 'OpenDataBase', 'HyperLinkAndZoom', 'CloseDataBase']);
 }));
 
+test('TheOptionsOfANewMaterialLineAreNoInputThatCouldBeLost', () => withForm({
+  CreateMaterialForm: f.activityDetails('New material', '', '', [f.fieldRow('Order', f.select('dropOrder', [])), f.fieldRow('Item', f.input('Item', ''))]),
+  CreateOrderDropDown: '<OPTION value=A1 >A1<OPTION value=A2 >A2'
+}, async (page) => {
+  await page.click('[data-view=newMaterial]');
+  await page.waitForFunction(() => document.querySelector('[data-field=dropOrder]')?.value === 'A1');
+  await page.click('#divDetails [aria-label=Close]');
+  await page.waitForFunction(() => !document.querySelector('#divDetails .form'));
+  assert.equal(await page.$('.question'), null);
+}));
+
 test('TheLinksOfAnActivityReachTheirCalls', () => withForm({}, async (page, host) => {
   await page.click('#divDetails .show');
   await wait(host, 'ListCostLines');

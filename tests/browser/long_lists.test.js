@@ -87,4 +87,16 @@ test('AZoomOverAHundredThousandRowsShowsItsFirstPageBeforeTheRest', async () => 
   await page.evaluate(() => window.Tandril.page.clear('divZoomHype'));
 });
 
+test('RowsThatAreReadLaterWidenTheirColumns', async () => {
+  const [before, after] = await page.evaluate((fragment) => {
+    const { head, rows } = window.Tandril.panel.read(fragment).list;
+    const list = new window.Tandril.List({ head, rows: [] }, { state: {}, run: () => {}, label: '' });
+    const width = () => list.element.querySelector('col:nth-child(3)').style.width;
+    const first = width();
+    list.grow(rows.slice(0, 3), true);
+    return [first, width()];
+  }, f.myActivities('', LABELS, [{ order: 'A1', activities: [{ number: '10', cells: [f.cell('Maintenance of the heat wheel')] }] }]));
+  assert.deepEqual([before, after], ['calc(11ch + 26px)', 'calc(29ch + 26px)']);
+});
+
 test('NothingWasComplainedOf', () => assert.deepEqual(page.problems, []));

@@ -116,6 +116,15 @@ test('TheTablesAreListed', async () => {
   assert.equal((await page.$$('#menu [data-view=CROB]')).length, 1);
 });
 
+test('AListedTableIsListedAgainAfterAChange', async () => {
+  const listed = () => system.host.log().split('/client20/MasterData 200').length;
+  const before = listed();
+  await page.evaluate(() => window.Tandril.refreshLists());
+  await page.waitForFunction(() => document.getElementById('busy').hidden && document.querySelectorAll('#divList tbody tr').length === 6);
+  while (listed() === before) { await page.waitForTimeout(20); }
+  assert.equal(await page.textContent('#message'), '');
+});
+
 /* The database that is not there does not open, which the host answers with 500; nothing else may be wrong. */
 test('NothingElseWasComplainedOf', () => {
   assert.equal(page.problems.length, 1);

@@ -2,7 +2,7 @@
 
 /* The real thing: the sample enterprise server and the web host over a fresh home, as an engineer starts them. */
 
-const { spawn } = require('node:child_process');
+const { execFileSync, spawn } = require('node:child_process');
 const fs = require('node:fs');
 const os = require('node:os');
 const path = require('node:path');
@@ -36,8 +36,9 @@ function start(name, args) {
   }));
 }
 
-function startEnterprise(folder) {
-  return start('tandril-enterprise', ['--port', '0', '--samples', path.join(ROOT, 'samples'), '--data', path.join(folder, 'office')]);
+function startEnterprise(folder, language = 'en') {
+  return start('tandril-enterprise', ['--port', '0', '--samples', path.join(ROOT, 'samples'), '--data', path.join(folder, 'office'),
+    '--language', language]);
 }
 
 function startHost(home, enterprise) {
@@ -45,29 +46,31 @@ function startHost(home, enterprise) {
 }
 
 /** A home with the field mapper and the orders of the samples in it, as after a first download. */
-function fillHome(home, orders = fs.readFileSync(path.join(ROOT, 'samples', 'orders.xml'))) {
+function fillHome(home, { orders = fs.readFileSync(path.join(ROOT, 'samples', 'orders.xml')), language = 'en' }) {
   const folder = path.join(home, 'Vorn Tandril');
   fs.mkdirSync(path.join(folder, 'MasterData'), { recursive: true });
-  fs.copyFileSync(path.join(ROOT, 'samples', 'fieldmapper-en.xml'), path.join(folder, 'FieldMapper.xml'));
+  fs.copyFileSync(path.join(ROOT, 'samples', `fieldmapper-${language}.xml`), path.join(folder, 'FieldMapper.xml'));
   fs.writeFileSync(path.join(folder, 'Harbrook.xml'), orders);
 }
 
-/** The master data of the samples, which the page has yet to choose. */
-function addMasterData(home) {
+/** The master data of the samples, which the page has yet to choose unless they are `chosen`. */
+function addMasterData(home, chosen) {
   fs.copyFileSync(path.join(ROOT, 'samples', 'masterdata', 'tandril.mdb'), path.join(home, 'Vorn Tandril', 'MasterData', 'tandril.mdb'));
+  if (chosen) { execFileSync(path.join(PROGRAMS, 'tandril'), ['masterdata', '--home', home, 'use', 'tandril']); }
 }
 
 /**
- * { address, home, host, enterprise, stop() }; options.filled puts the sample data into the home first, options.masterData
- * their database, too.
+ * { address, home, host, enterprise, stop() }; options.filled puts the sample data into the home first, with other orders
+ * (options.orders) or in another language (options.language), options.masterData their database, too, which the settings
+ * name if it is 'chosen'.
  */
 async function startSystem(options = {}) {
   const folder = fs.mkdtempSync(path.join(os.tmpdir(), 'tandril-page-'));
   const home = path.join(folder, 'home');
   fs.mkdirSync(home);
-  if (options.filled) { fillHome(home, options.orders); }
-  if (options.masterData) { addMasterData(home); }
-  const enterprise = await startEnterprise(folder);
+  if (options.filled) { fillHome(home, options); }
+  if (options.masterData) { addMasterData(home, options.masterData === 'chosen'); }
+  const enterprise = await startEnterprise(folder, options.language);
   const host = await startHost(home, enterprise.address);
   return {
     address: host.address, home, host, enterprise,
