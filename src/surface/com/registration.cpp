@@ -1,7 +1,6 @@
 #include "surface/com/registration.h"
 
 #include <objbase.h>
-#include <oleauto.h>
 
 #include <array>
 #include <string>
@@ -30,108 +29,90 @@ std::wstring textOf(const GUID& id) {
     return text.data();
 }
 
-struct Row {
-    std::wstring key;
-    std::wstring value;
-    std::wstring text;
-};
+using Rows = std::vector<RegistryText>;
+
+// A 32-bit Windows has one view alone, and would answer for the other with that.
+bool hasOtherView() {
+    BOOL isBelow64Bit = FALSE;
+    return kIs64Bit || (::IsWow64Process(::GetCurrentProcess(), &isBelow64Bit) && isBelow64Bit);
+}
 
 std::wstring classKey() {
     return kClasses + (L"CLSID\\" + textOf(CLSID_Client20));
 }
 
-// What the class is found by. Each bitness has rows of its own.
-std::vector<Row> classRows() {
+std::wstring typeLibraryKey() {
+    return kClasses + (L"TypeLib\\" + textOf(LIBID_Tandril) + L"\\1.0");
+}
+
+// What each bitness has for itself.
+Rows ownRows() {
     const std::wstring key = classKey();
+    const std::wstring path = modulePath();
     return {
         {key, L"", kClassTitle},
-        {key + L"\\InprocServer32", L"", modulePath()},
+        {key + L"\\InprocServer32", L"", path},
         {key + L"\\InprocServer32", L"ThreadingModel", L"Apartment"},
         {key + L"\\ProgID", L"", kVersionedProgramId},
         {key + L"\\VersionIndependentProgID", L"", kProgramId},
         {key + L"\\TypeLib", L"", textOf(LIBID_Tandril)},
         {key + L"\\Version", L"", L"1.0"},
         {key + L"\\Programmable", L"", L""},
+        {typeLibraryKey() + (kIs64Bit ? L"\\0\\win64" : L"\\0\\win32"), L"", path},
     };
 }
 
-// The names of the class, which both bitnesses share.
-std::vector<Row> nameRows() {
+// How the interface crosses apartments and processes: by its type library.
+Rows interfaceRows(REGSAM view) {
+    const std::wstring key = kClasses + (L"Interface\\" + textOf(IID__Client20));
+    return {
+        {key, L"", kInterfaceName, view},
+        {key + L"\\ProxyStubClsid32", L"", kAutomationProxy, view},
+        {key + L"\\TypeLib", L"", textOf(LIBID_Tandril), view},
+        {key + L"\\TypeLib", L"Version", L"1.0", view},
+    };
+}
+
+// What both bitnesses write alike, and the last one removes.
+Rows sharedRows() {
     const std::wstring name = std::wstring(kClasses) + kProgramId;
     const std::wstring versioned = std::wstring(kClasses) + kVersionedProgramId;
     const std::wstring classId = textOf(CLSID_Client20);
-    return {
+    const std::wstring path = modulePath();
+    Rows rows = {
         {name, L"", kClassTitle},
         {name + L"\\CLSID", L"", classId},
         {name + L"\\CurVer", L"", kVersionedProgramId},
         {versioned, L"", kClassTitle},
         {versioned + L"\\CLSID", L"", classId},
+        {typeLibraryKey(), L"", kTypeLibraryTitle},
+        {typeLibraryKey() + L"\\FLAGS", L"", L"0"},
+        {typeLibraryKey() + L"\\HELPDIR", L"", path.substr(0, path.rfind(L'\\'))},
     };
+    const auto add = [&rows](const Rows& more) {
+        rows.insert(rows.end(), more.begin(), more.end());
+    };
+    add(interfaceRows(0));
+    if (hasOtherView()) add(interfaceRows(kOtherView));
+    return rows;
 }
 
-bool exists(const std::wstring& path, REGSAM view = 0) {
+bool isOtherBitnessRegistered() {
     RegistryKey key;
-    return key.open(HKEY_LOCAL_MACHINE, path, KEY_QUERY_VALUE | view) == ERROR_SUCCESS;
-}
-
-std::wstring typeLibraryKey() {
-    return kClasses + (L"TypeLib\\" + textOf(LIBID_Tandril) + L"\\1.0\\0\\") +
-           (kIs64Bit ? L"win64" : L"win32");
-}
-
-HRESULT unregisterTypeLibrary() {
-    return ::UnRegisterTypeLib(LIBID_Tandril, 1, 0, LOCALE_NEUTRAL,
-                               kIs64Bit ? SYS_WIN64 : SYS_WIN32);
-}
-
-void registerTypeLibrary() {
-    const auto library = loadTypeLibrary();
-    std::wstring path = modulePath();
-    const bool wasRegistered = exists(typeLibraryKey());
-    const HRESULT result = ::RegisterTypeLib(library.Get(), path.data(), nullptr);
-    if (FAILED(result) && !wasRegistered) unregisterTypeLibrary();
-    requireSuccess(result);
-}
-
-// Throws ComError unless this process may delete what is there of the rows.
-void requireRights(const std::vector<Row>& rows) {
-    for (const Row& row : rows) {
-        RegistryKey key;
-        const LSTATUS status =
-            key.open(HKEY_LOCAL_MACHINE, row.key, KEY_QUERY_VALUE | KEY_SET_VALUE | DELETE);
-        if (status != ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND) {
-            throw ComError{HRESULT_FROM_WIN32(status)};
-        }
-    }
-}
-
-bool isEmpty(const std::wstring& path) {
-    RegistryKey key;
-    DWORD keys = 0;
-    DWORD values = 0;
-    return key.open(HKEY_LOCAL_MACHINE, path, KEY_QUERY_VALUE) == ERROR_SUCCESS &&
-           ::RegQueryInfoKeyW(key.get(), nullptr, nullptr, nullptr, &keys, nullptr, nullptr,
-                              &values, nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS &&
-           keys == 0 && values == 0;
-}
-
-// Deletes the values, and the keys that have nothing else in them.
-void remove(const std::vector<Row>& rows) {
-    for (auto row = rows.rbegin(); row != rows.rend(); ++row) {
-        ::RegDeleteKeyValueW(HKEY_LOCAL_MACHINE, row->key.c_str(), row->value.c_str());
-        if (isEmpty(row->key)) ::RegDeleteKeyW(HKEY_LOCAL_MACHINE, row->key.c_str());
-    }
+    return hasOtherView() &&
+           key.open(HKEY_LOCAL_MACHINE, classKey(), KEY_QUERY_VALUE | kOtherView) == ERROR_SUCCESS;
 }
 
 }  // namespace
 
+// The type library is registered row by row like the rest, since RegisterTypeLib() leaves behind
+// what it wrote before it failed.
 HRESULT registerServer() noexcept {
     return guarded([] {
         RegistryChanges changes(HKEY_LOCAL_MACHINE);
-        for (const auto& rows : {classRows(), nameRows()}) {
-            for (const Row& row : rows) changes.setText(row.key, row.value, row.text);
+        for (const Rows& rows : {ownRows(), sharedRows()}) {
+            for (const RegistryText& row : rows) changes.set(row);
         }
-        registerTypeLibrary();
         changes.keep();
         return S_OK;
     });
@@ -139,14 +120,12 @@ HRESULT registerServer() noexcept {
 
 HRESULT unregisterServer() noexcept {
     return guarded([] {
-        const std::vector<Row> ofClass = classRows();
-        const std::vector<Row> names = nameRows();
-        requireRights(ofClass);
-        requireRights(names);
-        if (exists(typeLibraryKey())) requireSuccess(unregisterTypeLibrary());
-        remove(ofClass);
-        // They still lead to the class of the other bitness, where that is registered.
-        if (!exists(classKey(), kOtherView)) remove(names);
+        RegistryChanges changes(HKEY_LOCAL_MACHINE);
+        for (const RegistryText& row : ownRows()) changes.remove(row);
+        if (!isOtherBitnessRegistered()) {
+            for (const RegistryText& row : sharedRows()) changes.remove(row);
+        }
+        changes.keep();
         return S_OK;
     });
 }

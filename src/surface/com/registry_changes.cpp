@@ -1,6 +1,7 @@
 #include "surface/com/registry_changes.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/windows/registry_key.h"
 #include "surface/com/com_error.h"
@@ -15,58 +16,109 @@ void requireChange(LSTATUS status) {
     if (status != ERROR_SUCCESS) throw ComError{HRESULT_FROM_WIN32(status)};
 }
 
+bool isMissing(LSTATUS status) {
+    return status == ERROR_FILE_NOT_FOUND || status == ERROR_PATH_NOT_FOUND;
+}
+
+LSTATUS query(HKEY key, const std::wstring& name, DWORD& type, std::vector<BYTE>& bytes) {
+    DWORD size = 0;
+    LSTATUS status = ::RegQueryValueExW(key, name.c_str(), nullptr, &type, nullptr, &size);
+    if (status != ERROR_SUCCESS) return status;
+    bytes.resize(size);
+    status = ::RegQueryValueExW(key, name.c_str(), nullptr, &type, bytes.data(), &size);
+    bytes.resize(size);
+    return status;
+}
+
 }  // namespace
 
 RegistryChanges::~RegistryChanges() {
     std::for_each(steps_.rbegin(), steps_.rend(), [this](const Step& step) { takeBack(step); });
 }
 
-void RegistryChanges::setText(const std::wstring& path, const std::wstring& name,
-                              const std::wstring& text) {
+void RegistryChanges::set(const RegistryText& row) {
     // Windows makes missing parents without telling which.
-    for (std::size_t end = path.find(L'\\'); end != std::wstring::npos;
-         end = path.find(L'\\', end + 1)) {
-        createKey(path.substr(0, end));
+    for (std::size_t end = row.path.find(L'\\'); end != std::wstring::npos;
+         end = row.path.find(L'\\', end + 1)) {
+        createKey(row.path.substr(0, end), row.view);
     }
-    createKey(path);
-    steps_.push_back({path, name, readValue(path, name)});
-    const auto size = static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t));
-    requireChange(::RegSetKeyValueW(root_, path.c_str(), name.c_str(), REG_SZ, text.c_str(), size));
+    createKey(row.path, row.view);
+    RegistryKey key;
+    requireChange(key.open(root_, row.path, KEY_QUERY_VALUE | KEY_SET_VALUE | row.view));
+    Step step{Change::value, row.view, row.path, row.name, Data{}};
+    const LSTATUS found = query(key.get(), row.name, step.before->type, step.before->bytes);
+    if (isMissing(found)) {
+        step.before.reset();
+    } else {
+        requireChange(found);
+    }
+    const auto size = static_cast<DWORD>((row.text.size() + 1) * sizeof(wchar_t));
+    requireChange(::RegSetValueExW(key.get(), row.name.c_str(), 0, REG_SZ,
+                                   reinterpret_cast<const BYTE*>(row.text.c_str()), size));
+    steps_.push_back(std::move(step));
 }
 
-void RegistryChanges::createKey(const std::wstring& path) {
+void RegistryChanges::remove(const RegistryText& row) {
+    RegistryKey key;
+    const LSTATUS opened =
+        key.open(root_, row.path, KEY_QUERY_VALUE | KEY_SET_VALUE | DELETE | row.view);
+    if (isMissing(opened)) return;
+    requireChange(opened);
+    Step step{Change::value, row.view, row.path, row.name, Data{}};
+    const LSTATUS found = query(key.get(), row.name, step.before->type, step.before->bytes);
+    if (!isMissing(found)) {
+        requireChange(found);
+        requireChange(::RegDeleteValueW(key.get(), row.name.c_str()));
+        steps_.push_back(std::move(step));
+    }
+    std::wstring path = row.path;
+    while (deleteIfEmpty(path, row.view)) {
+        const std::size_t parent = path.rfind(L'\\');
+        if (parent == std::wstring::npos) break;
+        path.resize(parent);
+    }
+}
+
+void RegistryChanges::createKey(const std::wstring& path, REGSAM view) {
     RegistryKey key;
     // One that is there needs no right to create it.
-    if (key.open(root_, path, KEY_QUERY_VALUE) == ERROR_SUCCESS) return;
+    if (key.open(root_, path, KEY_QUERY_VALUE | view) == ERROR_SUCCESS) return;
     bool isNew = false;
-    requireChange(key.create(root_, path, KEY_QUERY_VALUE, &isNew));
-    if (isNew) steps_.push_back({path, std::nullopt, std::nullopt});
+    requireChange(key.create(root_, path, KEY_QUERY_VALUE | view, &isNew));
+    if (isNew) steps_.push_back({Change::keyMade, view, path, {}, {}});
 }
 
-std::optional<RegistryChanges::Data> RegistryChanges::readValue(const std::wstring& path,
-                                                                const std::wstring& name) const {
-    DWORD size = 0;
-    constexpr DWORD kAnything = RRF_RT_ANY | RRF_NOEXPAND;
-    if (::RegGetValueW(root_, path.c_str(), name.c_str(), kAnything, nullptr, nullptr, &size) !=
-        ERROR_SUCCESS) {
-        return std::nullopt;
+bool RegistryChanges::deleteIfEmpty(const std::wstring& path, REGSAM view) {
+    RegistryKey key;
+    DWORD keys = 0;
+    DWORD values = 0;
+    if (key.open(root_, path, KEY_QUERY_VALUE | view) != ERROR_SUCCESS ||
+        ::RegQueryInfoKeyW(key.get(), nullptr, nullptr, nullptr, &keys, nullptr, nullptr, &values,
+                           nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS ||
+        keys != 0 || values != 0) {
+        return false;
     }
-    Data data{REG_NONE, std::vector<BYTE>(size)};
-    requireChange(::RegGetValueW(root_, path.c_str(), name.c_str(), kAnything, &data.type,
-                                 data.bytes.data(), &size));
-    data.bytes.resize(size);
-    return data;
+    requireChange(::RegDeleteKeyExW(root_, path.c_str(), view, 0));
+    steps_.push_back({Change::keyDeleted, view, path, {}, {}});
+    return true;
 }
 
 void RegistryChanges::takeBack(const Step& step) const {
-    const wchar_t* path = step.path.c_str();
-    if (!step.valueName) {
-        ::RegDeleteKeyW(root_, path);
-    } else if (step.before) {
-        ::RegSetKeyValueW(root_, path, step.valueName->c_str(), step.before->type,
-                          step.before->bytes.data(), static_cast<DWORD>(step.before->bytes.size()));
+    if (step.change == Change::keyMade) {
+        ::RegDeleteKeyExW(root_, step.path.c_str(), step.view, 0);
+        return;
+    }
+    RegistryKey key;
+    if (step.change == Change::keyDeleted) {
+        key.create(root_, step.path, KEY_QUERY_VALUE | step.view);
+        return;
+    }
+    if (key.open(root_, step.path, KEY_SET_VALUE | step.view) != ERROR_SUCCESS) return;
+    if (step.before) {
+        ::RegSetValueExW(key.get(), step.name.c_str(), 0, step.before->type,
+                         step.before->bytes.data(), static_cast<DWORD>(step.before->bytes.size()));
     } else {
-        ::RegDeleteKeyValueW(root_, path, step.valueName->c_str());
+        ::RegDeleteValueW(key.get(), step.name.c_str());
     }
 }
 

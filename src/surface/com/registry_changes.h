@@ -8,8 +8,16 @@
 
 namespace tandril::com {
 
-// Keys and texts that are added to the registry all together or not at all: what is not kept when
-// the object is destroyed is taken back.
+// A text in the registry.
+struct RegistryText {
+    std::wstring path;  // of its key
+    std::wstring name;  // "" for the key's default
+    std::wstring text;
+    REGSAM view = 0;  // KEY_WOW64_32KEY or KEY_WOW64_64KEY; 0: the view of this process
+};
+
+// Texts that are added to the registry, or removed from it, all together or not at all: what is not
+// kept when the object is destroyed is taken back.
 class RegistryChanges {
   public:
     // Below that key, which stays open as long as the object.
@@ -18,9 +26,11 @@ class RegistryChanges {
     RegistryChanges(const RegistryChanges&) = delete;
     RegistryChanges& operator=(const RegistryChanges&) = delete;
 
-    // Sets a value (its name is "" for the key's default) and creates its key where that is
-    // missing. Throws ComError.
-    void setText(const std::wstring& path, const std::wstring& name, const std::wstring& text);
+    // Creates the key where that is missing. Throws ComError.
+    void set(const RegistryText& row);
+    // Removes the value, whatever it holds, then its key and those above it, as far as nothing else
+    // is in them. What is not there is removed already. Throws ComError.
+    void remove(const RegistryText& row);
 
     void keep() { steps_.clear(); }
 
@@ -29,15 +39,17 @@ class RegistryChanges {
         DWORD type;
         std::vector<BYTE> bytes;
     };
-    // A key that was made, or a value that was set in place of `before`.
+    enum class Change { keyMade, keyDeleted, value };
     struct Step {
+        Change change;
+        REGSAM view;
         std::wstring path;
-        std::optional<std::wstring> valueName;
-        std::optional<Data> before;
+        std::wstring name;
+        std::optional<Data> before;  // of a value: what it held, if it was there
     };
 
-    void createKey(const std::wstring& path);
-    std::optional<Data> readValue(const std::wstring& path, const std::wstring& name) const;
+    void createKey(const std::wstring& path, REGSAM view);
+    bool deleteIfEmpty(const std::wstring& path, REGSAM view);
     void takeBack(const Step& step) const;
 
     HKEY root_;

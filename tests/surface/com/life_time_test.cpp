@@ -1,0 +1,93 @@
+// How long the DLL has to stay loaded, and what its objects can be asked for.
+#include <gmock/gmock.h>
+
+#include "surface/com/dll.h"
+
+namespace tandril::test {
+namespace {
+
+using Microsoft::WRL::ComPtr;
+
+struct LifeTime : testing::Test {
+    Apartment apartment;
+    Dll dll;
+};
+
+TEST_F(LifeTime, AnObjectKeepsTheDllLoaded) {
+    EXPECT_EQ(dll.canUnloadNow(), S_OK);
+    ComPtr<::_Client20> first = dll.client();
+    ComPtr<::_Client20> second = dll.client();
+    EXPECT_EQ(dll.canUnloadNow(), S_FALSE);
+    first.Reset();
+    EXPECT_EQ(dll.canUnloadNow(), S_FALSE);
+    second.Reset();
+    EXPECT_EQ(dll.canUnloadNow(), S_OK);
+}
+
+TEST_F(LifeTime, AClassFactoryKeepsTheDllLoaded) {
+    ComPtr<IClassFactory> factory = dll.factory();
+    EXPECT_EQ(dll.canUnloadNow(), S_FALSE);
+    factory.Reset();
+    EXPECT_EQ(dll.canUnloadNow(), S_OK);
+}
+
+TEST_F(LifeTime, ALockKeepsTheDllLoaded) {
+    dll.factory()->LockServer(TRUE);
+    EXPECT_EQ(dll.canUnloadNow(), S_FALSE);
+    dll.factory()->LockServer(FALSE);
+    EXPECT_EQ(dll.canUnloadNow(), S_OK);
+}
+
+TEST_F(LifeTime, EveryInterfaceIsOfOneObject) {
+    const ComPtr<::_Client20> client = dll.client();
+    ComPtr<IUnknown> identity;
+    ASSERT_EQ(client.As(&identity), S_OK);
+    for (const IID& iid : {IID_IUnknown, IID_IDispatch, IID__Client20, IID_ISupportErrorInfo,
+                           IID_IProvideClassInfo}) {
+        ComPtr<IUnknown> part;
+        ASSERT_EQ(client->QueryInterface(iid, reinterpret_cast<void**>(part.GetAddressOf())), S_OK);
+        ComPtr<IUnknown> back;
+        ASSERT_EQ(part.As(&back), S_OK);
+        EXPECT_EQ(back, identity);
+    }
+    ComPtr<IUnknown> none;
+    EXPECT_EQ(
+        client->QueryInterface(IID_IClassFactory, reinterpret_cast<void**>(none.GetAddressOf())),
+        E_NOINTERFACE);
+    EXPECT_EQ(none, nullptr);
+}
+
+TEST_F(LifeTime, FaultsOfTheInterfaceHaveWords) {
+    ComPtr<ISupportErrorInfo> support;
+    ASSERT_EQ(dll.client().As(&support), S_OK);
+    EXPECT_EQ(support->InterfaceSupportsErrorInfo(IID__Client20), S_OK);
+    EXPECT_EQ(support->InterfaceSupportsErrorInfo(IID_IDispatch), S_FALSE);
+}
+
+TEST_F(LifeTime, TheObjectNamesItsClass) {
+    ComPtr<IProvideClassInfo> provider;
+    ASSERT_EQ(dll.client().As(&provider), S_OK);
+    ComPtr<ITypeInfo> info;
+    ASSERT_EQ(provider->GetClassInfo(&info), S_OK);
+    TYPEATTR* attributes = nullptr;
+    ASSERT_EQ(info->GetTypeAttr(&attributes), S_OK);
+    EXPECT_EQ(attributes->typekind, TKIND_COCLASS);
+    EXPECT_TRUE(attributes->guid == CLSID_Client20);
+    info->ReleaseTypeAttr(attributes);
+}
+
+TEST_F(LifeTime, WhatIsNotOfferedIsRefused) {
+    ComPtr<IUnknown> object;
+    const auto place = reinterpret_cast<void**>(object.GetAddressOf());
+    EXPECT_EQ(dll.getClassObject(IID_IUnknown, IID_IClassFactory, place),
+              CLASS_E_CLASSNOTAVAILABLE);
+    EXPECT_EQ(dll.getClassObject(CLSID_Client20, IID_IDispatch, place), E_NOINTERFACE);
+    const ComPtr<IClassFactory> factory = dll.factory();
+    EXPECT_EQ(factory->CreateInstance(factory.Get(), IID_IUnknown, place), CLASS_E_NOAGGREGATION);
+    EXPECT_EQ(factory->CreateInstance(nullptr, IID_IClassFactory, place), E_NOINTERFACE);
+    EXPECT_EQ(factory->CreateInstance(nullptr, IID_IUnknown, nullptr), E_POINTER);
+    EXPECT_EQ(object, nullptr);
+}
+
+}  // namespace
+}  // namespace tandril::test
