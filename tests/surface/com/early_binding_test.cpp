@@ -4,6 +4,7 @@
 
 #include <array>
 #include <filesystem>
+#include <fstream>
 #include <optional>
 #include <tuple>
 #include <utility>
@@ -231,6 +232,9 @@ class EarlyBinding : public testing::Test {
         std::filesystem::create_directories(L"C:\\Vorn Tandril\\MasterData");
         place("FieldMapper.xml", "fieldmapper-en.xml");
         place("Harbrook.xml", "orders.xml");
+        // An empty file is an empty database.
+        home_.write("Vorn Tandril/MasterData/Parts.mdb", "");
+        std::ofstream(L"C:\\Vorn Tandril\\MasterData\\Parts.mdb");
     }
     // On drive C: and in the home of the class itself.
     void place(const std::string& name, const std::string& sample) {
@@ -272,9 +276,11 @@ TEST_F(EarlyBinding, EverySlotAnswersAsTheClassDoes) {
         ASSERT_EQ(row.name, method.name);
         const Outcome expected = callClass(row, method);
         const Outcome actual = row.call(*client_.Get(), row.arguments);
-        EXPECT_EQ(actual.result == expected.result, true) << row.name;
+        EXPECT_EQ(actual.fault, expected.fault) << row.name;
         EXPECT_EQ(actual.arguments == expected.arguments, true) << row.name;
-        EXPECT_EQ(actual.fault.empty(), expected.fault.empty()) << row.name << actual.fault;
+        if (expected.fault.empty()) {
+            EXPECT_EQ(actual.result == expected.result, true) << row.name;
+        }
         const auto* text = std::get_if<std::string>(&expected.result);
         if (text != nullptr && text->size() > 100) ++texts;
     }
