@@ -2,6 +2,8 @@
 // them. bench/growth runs it and judges the growth.
 
 #include <benchmark/benchmark.h>
+#include <malloc.h>
+#include <sys/resource.h>
 
 #include <cstddef>
 #include <stdexcept>
@@ -25,80 +27,97 @@ void require(bool holds, const char* what) {
     }
 }
 
-// Times `call` on a store of as many orders as the run says; `prepare` makes it anew before each
-// time. Per-record times are what the counter inverts.
+// Processor time in microseconds, of the program itself and of the system on its behalf.
+struct Processor {
+    double program = 0;
+    double system = 0;
+};
+
+double microseconds(const timeval& time) {
+    return static_cast<double>(time.tv_sec) * 1e6 + static_cast<double>(time.tv_usec);
+}
+
+Processor processorTime() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return {microseconds(usage.ru_utime), microseconds(usage.ru_stime)};
+}
+
+// Times `call` on a store of as many orders as the run says. Each time has a component and files of
+// its own, which `prepare` fills, and begins with an empty heap: memory that is still there from
+// the time before would favour the small stores, which fit into it.
 template <class Prepare, class Call>
 void perRecord(benchmark::State& state, Prepare prepare, Call call) {
+    Processor spent;
     for (auto iteration : state) {
         state.PauseTiming();
-        prepare();
+        {
+            bench::Workplace workplace;
+            prepare(workplace);
+            malloc_trim(0);
+            const Processor before = processorTime();
+            state.ResumeTiming();
+            call(workplace.client());
+            state.PauseTiming();
+            const Processor after = processorTime();
+            spent.program += after.program - before.program;
+            spent.system += after.system - before.system;
+        }
         state.ResumeTiming();
-        call();
     }
-    state.SetItemsProcessed(state.iterations() * state.range(0));
+    const auto records = static_cast<double>(state.iterations() * state.range(0));
+    state.counters["program us"] = spent.program / records;
+    state.counters["system us"] = spent.system / records;
 }
 
 std::size_t ordersOf(const benchmark::State& state) {
     return static_cast<std::size_t>(state.range(0));
 }
 
-// A store of `orders` orders in a file to copy it from.
-std::string storeFile(const bench::Workplace& workplace, std::size_t orders) {
-    const std::string file = workplace.pathOf("C:\\store.xml");
-    bench::writeWhole(file, documents().store({0, orders}));
-    return file;
+// The same for a call that finds a store.
+template <class Call>
+void perStoredRecord(benchmark::State& state, Call call) {
+    const bench::TemporaryFile store(documents().store({0, ordersOf(state)}));
+    perRecord(
+        state, [&](bench::Workplace& workplace) { workplace.putStore(store.path()); }, call);
 }
 
 void firstDownload(benchmark::State& state) {
-    bench::Workplace workplace;
     const std::string xml = documents().download({0, ordersOf(state)});
     perRecord(
-        state, [&] { workplace.removeStore(); },
-        [&] { require(!workplace.client().DownloadXml(xml).empty(), "nothing was downloaded"); });
+        state, [](bench::Workplace& workplace) { workplace.removeStore(); },
+        [&](Client20& client) {
+            require(!client.DownloadXml(xml).empty(), "nothing was downloaded");
+        });
 }
 
 // Half of what comes is known, half of it is new.
 void mergingDownload(benchmark::State& state) {
-    bench::Workplace workplace;
     const std::size_t orders = ordersOf(state);
-    const std::string store = storeFile(workplace, orders);
     const std::string xml = documents().download({orders / 2, orders});
-    perRecord(
-        state, [&] { workplace.putStore(store); },
-        [&] {
-            require(workplace.client().DownloadXml(xml) == "New Data has been downloaded.",
-                    "nothing was merged");
-        });
+    perStoredRecord(state, [&](Client20& client) {
+        require(client.DownloadXml(xml) == "New Data has been downloaded.", "nothing was merged");
+    });
 }
 
 void upload(benchmark::State& state) {
-    bench::Workplace workplace;
-    const std::string store = storeFile(workplace, ordersOf(state));
-    perRecord(
-        state, [&] { workplace.putStore(store); },
-        [&] {
-            require(!workplace.client().CreateXMLStringForUpdate().empty(), "nothing to upload");
-        });
+    perStoredRecord(state, [](Client20& client) {
+        require(!client.CreateXMLStringForUpdate().empty(), "nothing to upload");
+    });
 }
 
 void report(benchmark::State& state) {
-    bench::Workplace workplace;
-    const std::size_t orders = ordersOf(state);
-    const std::string store = storeFile(workplace, orders);
-    const std::string xml = documents().report({0, orders});
-    perRecord(
-        state, [&] { workplace.putStore(store); },
-        [&] { require(workplace.client().DownloadErrors(xml).empty(), "the report was refused"); });
+    const std::string xml = documents().report({0, ordersOf(state)});
+    perStoredRecord(state, [&](Client20& client) {
+        require(client.DownloadErrors(xml).empty(), "the report was refused");
+    });
 }
 
 void edit(benchmark::State& state) {
-    bench::Workplace workplace;
-    const std::size_t orders = ordersOf(state);
-    const std::string store = storeFile(workplace, orders);
-    const std::string xml = documents().edits({0, orders});
-    perRecord(
-        state, [&] { workplace.putStore(store); },
-        [&] { require(workplace.client().updatexml(xml).empty(), "the edit was refused"); });
+    const std::string xml = documents().edits({0, ordersOf(state)});
+    perStoredRecord(state, [&](Client20& client) {
+        require(client.updatexml(xml).empty(), "the edit was refused");
+    });
 }
 
 constexpr std::int64_t smallest = 100;

@@ -13,10 +13,14 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A folder of a random name in that for temporary files, with what Initialize needs.
+// A random name in the folder for temporary files.
+fs::path temporaryName() {
+    return fs::temp_directory_path() / ("tandril-bench-" + std::to_string(std::random_device()()));
+}
+
+// A folder with what Initialize needs.
 std::string makeFolder() {
-    const fs::path path =
-        fs::temp_directory_path() / ("tandril-bench-" + std::to_string(std::random_device()()));
+    const fs::path path = temporaryName();
     fs::create_directories(path / "Vorn Tandril" / "MasterData");
     return path.string();
 }
@@ -57,6 +61,15 @@ void Workplace::tidy() {
         fs::remove(pathOf(left));
     }
     writeWhole(pathOf(paths::log), "");
+}
+
+TemporaryFile::TemporaryFile(std::string_view content) : path_(temporaryName().string()) {
+    writeWhole(path_, content);
+}
+
+TemporaryFile::~TemporaryFile() {
+    std::error_code ignored;
+    fs::remove(path_, ignored);
 }
 
 std::string readWhole(const std::string& path) {

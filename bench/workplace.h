@@ -40,6 +40,20 @@ class Workplace {
     Client20 client_;
 };
 
+// A file on this machine with that content, removed when the object is destroyed.
+class TemporaryFile {
+  public:
+    explicit TemporaryFile(std::string_view content);
+    ~TemporaryFile();
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+    const std::string& path() const { return path_; }
+
+  private:
+    std::string path_;
+};
+
 // The content of a file of this machine. Throws std::runtime_error.
 std::string readWhole(const std::string& path);
 void writeWhole(const std::string& path, std::string_view bytes);

@@ -9,6 +9,8 @@
 namespace tandril {
 namespace {
 
+constexpr std::string_view lineEnd = "\r\n";
+
 // A name for a damaged file, such as "Removed.damaged.xml", that does not replace an older one.
 std::string unusedName(const platform::FileSystem& files, std::string_view path) {
     const std::string stem(path.substr(0, path.rfind('.')));
@@ -107,16 +109,16 @@ std::string Call::failureText(std::string_view code) {
     return text.empty() ? std::string(code) : text;
 }
 
-std::string Call::fail(std::string_view code, const std::vector<std::string>& more) {
+std::string Call::fail(std::string_view code, const std::vector<LogLine>& more) {
     std::string text = failureText(code);
     setError(text);
-    std::vector<std::string> lines{errorLine(text)};
+    std::vector<LogLine> lines{errorLine(text)};
     lines.insert(lines.end(), more.begin(), more.end());
     log(lines);
     return text;
 }
 
-std::optional<std::string> Call::failWithoutStore(const std::vector<std::string>& more) {
+std::optional<std::string> Call::failWithoutStore(const std::vector<LogLine>& more) {
     return store() == nullptr ? std::optional(fail("SLBEU0260", more)) : std::nullopt;
 }
 
@@ -124,25 +126,23 @@ std::optional<std::string> Call::failWithoutMapper() {
     return mapper() == nullptr ? std::optional(fail("SLBEU0261")) : std::nullopt;
 }
 
-void Call::log(const std::vector<std::string>& lines) {
+void Call::log(const std::vector<LogLine>& lines) {
     if (action_.empty()) {
         return;
     }
     std::string entry = "|--------- Logged On:  " + module_.machine.clock.generalDate() +
                         "  For User Action: " + action_ + "  ----------\r\n";
-    for (const std::string& line : lines) {
-        entry += line;
-        entry += "\r\n";
+    std::size_t size = entry.size();
+    for (const LogLine& line : lines) {
+        size += line.label.size() + line.text.size() + lineEnd.size();
     }
-    files().append(paths::log, files().encodeAnsi(entry));
-}
-
-std::string Call::errorLine(std::string_view text) {
-    return "Error =   " + std::string(text);
-}
-
-std::string Call::xmlLine(std::string_view xml) {
-    return "iXml =   " + std::string(xml);
+    entry.reserve(size);
+    for (const LogLine& line : lines) {
+        entry += line.label;
+        entry += line.text;
+        entry += lineEnd;
+    }
+    files().append(paths::log, files().encodeAnsi(std::move(entry)));
 }
 
 // The content that the file is to get; nothing when it is to stay as it is.
@@ -155,8 +155,11 @@ std::optional<std::string> Call::newReport() {
     if (report_ && report_->isChanged()) {
         return report_->document().bytes();
     }
-    return adoptedText_.empty() ? std::nullopt
-                                : std::optional(xml::encodeAsDeclared(std::move(adoptedText_)));
+    if (adoptedText_.empty()) {
+        return std::nullopt;
+    }
+    std::optional<std::string> encoded = xml::encodedAsDeclared(adoptedText_);
+    return encoded ? std::move(encoded) : std::optional(std::move(adoptedText_));
 }
 
 // Copies come first: no record leaves the store before its copy is safe. What could not be saved

@@ -16,6 +16,13 @@
 
 namespace tandril {
 
+// A line of the log, which may be as long as a store and is therefore put together in the entry
+// only.
+struct LogLine {
+    std::string_view label;
+    std::string_view text;
+};
+
 // One public call at work: loads each file at most once, holds what the call changes, and writes it
 // back once when the call ends, also when a fault ended it. The error text, the action log and the
 // labels are kept here, so that a method says only what it does.
@@ -62,15 +69,15 @@ class Call {
 
     // Makes the text of the code the error text, logs it followed by `more` lines under the call's
     // action, and returns it.
-    std::string fail(std::string_view code, const std::vector<std::string>& more = {});
+    std::string fail(std::string_view code, const std::vector<LogLine>& more = {});
     // The same when the document cannot be loaded; nothing, and no failure, when it can.
-    std::optional<std::string> failWithoutStore(const std::vector<std::string>& more = {});
+    std::optional<std::string> failWithoutStore(const std::vector<LogLine>& more = {});
     std::optional<std::string> failWithoutMapper();
 
     // Appends the action's header and then the lines to the log. Throws Fault when there is no log.
-    void log(const std::vector<std::string>& lines);
-    static std::string errorLine(std::string_view text);
-    static std::string xmlLine(std::string_view xml);
+    void log(const std::vector<LogLine>& lines);
+    static LogLine errorLine(std::string_view text) { return {"Error =   ", text}; }
+    static LogLine xmlLine(std::string_view xml) { return {"iXml =   ", xml}; }
 
     // Writes what changed, which the call does once: what changes behind this is not saved any
     // more. Throws Fault when a file cannot be written.

@@ -1,6 +1,8 @@
 #include "component/environment.h"
 
 #include <algorithm>
+#include <optional>
+#include <string>
 
 #include "component/paths.h"
 #include "store/sections.h"
@@ -81,7 +83,8 @@ std::string initialize(Call& call) {
 }
 
 Variant saveWebPage(Call& call, std::string_view html) {
-    call.files().replace(paths::page, call.files().encodeAnsi(html), Durability::Durable);
+    const std::string bytes = call.files().encodeAnsi(std::string(html));
+    call.files().replace(paths::page, bytes, Durability::Durable);
     call.log({});
     return {};
 }
@@ -116,7 +119,8 @@ void setDataSourceFile(Call& call, std::string_view fileName) {
 
 void storeFieldMapper(Call& call, const std::string& xml, std::string_view overwrite) {
     if (!call.files().fileExists(paths::fieldMapper) || overwrite == "Yes") {
-        call.files().replace(paths::fieldMapper, xml::encodeAsDeclared(xml), Durability::Durable);
+        const std::optional<std::string> encoded = xml::encodedAsDeclared(xml);
+        call.files().replace(paths::fieldMapper, encoded ? *encoded : xml, Durability::Durable);
     }
 }
 

@@ -40,7 +40,7 @@ bool isKnownMode(Call& call) {
     if (mode == "Online" || mode == "Offline") {
         return true;
     }
-    call.fail("SLBEU0300", {" Mode =   " + mode});
+    call.fail("SLBEU0300", {{" Mode =   ", mode}});
     return false;
 }
 

@@ -48,7 +48,8 @@ void purgeFinished(Call& call, const std::unordered_set<std::string>& toKeep) {
 }
 
 std::string storeFirstDownload(Call& call, const std::string& xml) {
-    call.files().replace(paths::store, xml::encodeAsDeclared(xml), platform::Durability::Durable);
+    const std::optional<std::string> encoded = xml::encodedAsDeclared(xml);
+    call.files().replace(paths::store, encoded ? *encoded : xml, platform::Durability::Durable);
     call.log({Call::xmlLine(xml)});
     call.clearErrorAtEnd();
     return downloadedMessage;
@@ -56,7 +57,7 @@ std::string storeFirstDownload(Call& call, const std::string& xml) {
 
 // Writes the log entry of a merge; returns the error text, "" when it went well.
 std::string logMerge(Call& call, const store::MergeResult& result, const std::string& xml) {
-    std::vector<std::string> lines;
+    std::vector<LogLine> lines;
     for (const std::string& text : result.findings) {
         lines.push_back(Call::errorLine(text));
     }
@@ -84,7 +85,7 @@ std::string mergeDownload(Call& call, const xml::Document& downloaded, const std
 
 // Ends a change that the page asked for: tells what it must, and returns "" or the error text.
 std::string conclude(Call& call, const store::ChangeResult& result) {
-    std::vector<std::string> lines;
+    std::vector<LogLine> lines;
     for (const std::string& text : result.lookUpFaults) {
         lines.push_back(Call::errorLine(text));
     }
@@ -106,16 +107,17 @@ std::string conclude(Call& call, const store::ChangeResult& result) {
 }  // namespace
 
 std::string download(Call& call, const std::string& xml) {
-    const std::vector<std::string> received{Call::xmlLine(xml)};
+    const std::vector<LogLine> received{Call::xmlLine(xml)};
     if (!isInitialised(call)) {
         return call.fail("SLBEU0264", received);
+    }
+    if (!call.files().fileExists(paths::store)) {
+        return xml::rootName(xml) == store::rootName ? storeFirstDownload(call, xml)
+                                                     : call.fail("SLBEU0265", received);
     }
     const std::optional<xml::Document> downloaded = xml::Document::parse(xml);
     if (!downloaded || !xml::isNamed(downloaded->root(), store::rootName)) {
         return call.fail("SLBEU0265", received);
-    }
-    if (!call.files().fileExists(paths::store)) {
-        return storeFirstDownload(call, xml);
     }
     if (const auto failure = call.failWithoutStore(received)) {
         return *failure;

@@ -70,7 +70,7 @@ class FileSystem {
 
     // UTF-8 text in the encoding of plain text files (the ANSI code page where there is one; a
     // character that it lacks becomes "?"), and back.
-    virtual std::string encodeAnsi(std::string_view text) const = 0;
+    virtual std::string encodeAnsi(std::string text) const = 0;
     virtual std::string decodeAnsi(std::string_view bytes) const = 0;
 };
 

@@ -59,6 +59,10 @@ void dropBlankText(Node root) {
     }
 }
 
+std::string_view withoutMark(std::string_view text) {
+    return text.substr(text.starts_with(byteOrderMark) ? byteOrderMark.size() : 0);
+}
+
 std::string quoted(std::string_view name, std::string_view value) {
     return value.empty() ? std::string()
                          : " " + std::string(name) + "=\"" + std::string(value) + '"';
@@ -91,10 +95,7 @@ std::optional<Document> Document::build(std::string text) {
 }
 
 std::optional<Document> Document::parse(std::string_view text) {
-    if (text.substr(0, byteOrderMark.size()) == byteOrderMark) {
-        text.remove_prefix(byteOrderMark.size());
-    }
-    std::optional<Document> document = build(std::string(text));
+    std::optional<Document> document = build(std::string(withoutMark(text)));
     if (document && !document->encodingName_.empty()) {
         if (const auto named = encodingNamed(document->encodingName_)) {
             document->encoding_ = *named;
@@ -126,20 +127,27 @@ std::string Document::declaration(std::string_view encodingName) const {
            quoted("standalone", standalone_) + "?>";
 }
 
-std::string Document::text() const {
-    std::string out = declaration({});
+// Most documents are written about as long as they were read.
+std::string Document::serialised(std::string_view encodingName) const {
+    std::string out = declaration(encodingName);
+    out.reserve(content_->text.size() + content_->text.size() / 8);
     for (const Node node : content_->tree.children()) {
         write(out, node);
     }
     return out;
 }
 
+std::string Document::text() const {
+    return serialised({});
+}
+
 std::string Document::bytes() const {
-    std::string out = declaration(encodingName_);
-    for (const Node node : content_->tree.children()) {
-        write(out, node);
-    }
-    return encodeDocument(std::move(out), encoding_, hasMark_);
+    return encodeDocument(serialised(encodingName_), encoding_, hasMark_);
+}
+
+std::optional<std::string_view> rootName(std::string_view text) {
+    Facts facts;
+    return checkWellFormed(withoutMark(text), facts) ? std::nullopt : std::optional(facts.root);
 }
 
 std::optional<Document> load(const platform::FileSystem& files, std::string_view path) {

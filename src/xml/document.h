@@ -55,7 +55,12 @@ class Document {
 
     static std::optional<Document> build(std::string text);
     std::string declaration(std::string_view encodingName) const;
+    std::string serialised(std::string_view encodingName) const;
 };
+
+// The name of the document element of a text that Document::parse takes; nothing when it takes none
+// of it. Makes no tree.
+std::optional<std::string_view> rootName(std::string_view text);
 
 // The document in the file; nothing when there is no such file, or it is not a well-formed
 // document. Throws Fault when an existing file cannot be read.

@@ -230,18 +230,20 @@ std::string encodeDocument(std::string text, Encoding encoding, bool withMark) {
                             : SingleByteEncoder(encoding).encode(text);
 }
 
-std::string encodeAsDeclared(std::string text) {
+std::optional<std::string> encodedAsDeclared(std::string_view text) {
     const auto declaration = readDeclaration(text);
     if (!declaration || declaration->encoding.empty()) {
-        return text;
+        return std::nullopt;
     }
     const auto named = encodingNamed(declaration->encoding);
     if (!named) {
         const auto place = static_cast<std::size_t>(declaration->encoding.data() - text.data());
-        text.replace(place, declaration->encoding.size(), "UTF-8");
-        return text;
+        return std::string(text).replace(place, declaration->encoding.size(), "UTF-8");
     }
-    return encodeDocument(std::move(text), *named, false);
+    if (*named == Encoding::Utf8) {
+        return std::nullopt;
+    }
+    return encodeDocument(std::string(text), *named, false);
 }
 
 }  // namespace tandril::xml

@@ -32,8 +32,8 @@ std::optional<DecodedText> decodeDocument(std::string bytes);
 std::string encodeDocument(std::string text, Encoding encoding, bool withMark);
 
 // Bytes for a document that came as a text and is stored as it is: in the encoding that its
-// declaration names; an unknown name in it is corrected to "UTF-8". A text without a declaration
-// is UTF-8.
-std::string encodeAsDeclared(std::string text);
+// declaration names; an unknown name in it is corrected to "UTF-8". Nothing when these are the
+// text's own bytes, as they are without a declaration.
+std::optional<std::string> encodedAsDeclared(std::string_view text);
 
 }  // namespace tandril::xml

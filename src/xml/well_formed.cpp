@@ -60,7 +60,7 @@ class Scanner {
 
     // The root element with all that it holds.
     void content() {
-        startTag();
+        facts_.root = startTag();
         while (!open_.empty()) {
             characterData();
             if (cursor_.atEnd()) {
@@ -189,7 +189,8 @@ class Scanner {
         return -1;
     }
 
-    void startTag() {
+    // Returns the name of the element.
+    std::string_view startTag() {
         cursor_.require('<', "an element is expected");
         const std::string_view tag = cursor_.name();
         attributes_.clear();
@@ -204,11 +205,11 @@ class Scanner {
                     cursor_.fail("elements are nested too deeply");
                 }
                 open_.push_back(tag);
-                return;
+                return tag;
             }
             if (cursor_.current() == '/') {
                 cursor_.require("/>", "a tag is not closed");
-                return;
+                return tag;
             }
             if (!separated) {
                 cursor_.fail("a blank is missing before an attribute");

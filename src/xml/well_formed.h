@@ -25,6 +25,8 @@ struct Declaration {
 // What the check learned on its way through a well-formed text.
 struct Facts {
     Declaration declaration;
+    // The name of the root element; a view into the checked text.
+    std::string_view root;
     // Whether a comment, a processing instruction or a CDATA section stands inside the root.
     bool hasInnerMarkup = false;
 };

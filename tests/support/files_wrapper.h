@@ -3,6 +3,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/file_system.h"
@@ -38,8 +39,8 @@ class FilesWrapper : public platform::FileSystem {
         return target_.typeDescription(path);
     }
     std::string systemFolder() const override { return target_.systemFolder(); }
-    std::string encodeAnsi(std::string_view text) const override {
-        return target_.encodeAnsi(text);
+    std::string encodeAnsi(std::string text) const override {
+        return target_.encodeAnsi(std::move(text));
     }
     std::string decodeAnsi(std::string_view bytes) const override {
         return target_.decodeAnsi(bytes);

@@ -114,8 +114,8 @@ std::string MemoryFiles::systemFolder() const {
     return "C:\\WINDOWS\\system32";
 }
 
-std::string MemoryFiles::encodeAnsi(std::string_view text) const {
-    return std::string(text);
+std::string MemoryFiles::encodeAnsi(std::string text) const {
+    return text;
 }
 
 std::string MemoryFiles::decodeAnsi(std::string_view bytes) const {

@@ -35,7 +35,7 @@ class MemoryFiles : public platform::FileSystem {
     std::vector<std::string> fileNames(std::string_view folder) const override;
     std::string typeDescription(std::string_view path) const override;
     std::string systemFolder() const override;
-    std::string encodeAnsi(std::string_view text) const override;
+    std::string encodeAnsi(std::string text) const override;
     std::string decodeAnsi(std::string_view bytes) const override;
 
     // Takes the drive away, with everything on it.

@@ -46,6 +46,12 @@ TEST(Document, IgnoresAByteOrderMarkBeforeAText) {
     EXPECT_EQ(reparsed("\xEF\xBB\xBF<a/>"), "<a/>");
 }
 
+TEST(Document, NamesTheRootOfATextThatItTakes) {
+    EXPECT_EQ(rootName("<?xml version='1.0'?><a><b/></a>"), "a");
+    EXPECT_EQ(rootName("\xEF\xBB\xBF<a/>"), "a");
+    EXPECT_EQ(rootName("<a>"), std::nullopt);
+}
+
 TEST(Document, RefusesMalformedText) {
     EXPECT_FALSE(Document::parse("<a>"));
     EXPECT_FALSE(Document::parse(""));

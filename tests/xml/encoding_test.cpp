@@ -64,12 +64,14 @@ TEST(Encoding, SplitsASectionAroundAReference) {
 }
 
 TEST(Encoding, WritesATextAsItsDeclarationSays) {
-    EXPECT_EQ(encodeAsDeclared("<?xml version='1.0' encoding='ISO-8859-1'?><a>\xC3\xA4</a>"),
+    EXPECT_EQ(encodedAsDeclared("<?xml version='1.0' encoding='ISO-8859-1'?><a>\xC3\xA4</a>"),
               "<?xml version='1.0' encoding='ISO-8859-1'?><a>\xE4</a>");
-    EXPECT_EQ(encodeAsDeclared("<?xml version='1.0' encoding='nonsense'?><a>\xC3\xA4</a>"),
+    EXPECT_EQ(encodedAsDeclared("<?xml version='1.0' encoding='nonsense'?><a>\xC3\xA4</a>"),
               "<?xml version='1.0' encoding='UTF-8'?><a>\xC3\xA4</a>");
-    EXPECT_EQ(encodeAsDeclared("<a>\xC3\xA4</a>"), "<a>\xC3\xA4</a>");
-    EXPECT_EQ(encodeAsDeclared("not a document"), "not a document");
+    EXPECT_EQ(encodedAsDeclared("<?xml version='1.0' encoding='utf-8'?><a>\xC3\xA4</a>"),
+              std::nullopt);
+    EXPECT_EQ(encodedAsDeclared("<a>\xC3\xA4</a>"), std::nullopt);
+    EXPECT_EQ(encodedAsDeclared("not a document"), std::nullopt);
 }
 
 }  // namespace

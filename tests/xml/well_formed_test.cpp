@@ -181,6 +181,14 @@ TEST(WellFormed, TellsTheDeclaration) {
     EXPECT_EQ(text.substr(facts.declaration.end), "<a/>");
 }
 
+TEST(WellFormed, TellsTheNameOfTheRoot) {
+    Facts facts;
+    ASSERT_FALSE(checkWellFormed("<!--x--><ro.ot a='1'><b/></ro.ot>", facts));
+    EXPECT_EQ(facts.root, "ro.ot");
+    ASSERT_FALSE(checkWellFormed("<empty/>", facts));
+    EXPECT_EQ(facts.root, "empty");
+}
+
 TEST(WellFormed, TellsWhereTheProblemIs) {
     Facts facts;
     const auto problem = checkWellFormed("<a>\n<b></c></a>", facts);

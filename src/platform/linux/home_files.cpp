@@ -122,8 +122,8 @@ std::string HomeFiles::systemFolder() const {
     return "C:\\WINDOWS\\system32";
 }
 
-std::string HomeFiles::encodeAnsi(std::string_view text) const {
-    return std::string(text);
+std::string HomeFiles::encodeAnsi(std::string text) const {
+    return text;
 }
 
 std::string HomeFiles::decodeAnsi(std::string_view bytes) const {

@@ -29,7 +29,7 @@ class HomeFiles final : public FileSystem {
     std::vector<std::string> fileNames(std::string_view folder) const override;
     std::string typeDescription(std::string_view path) const override;
     std::string systemFolder() const override;
-    std::string encodeAnsi(std::string_view text) const override;
+    std::string encodeAnsi(std::string text) const override;
     std::string decodeAnsi(std::string_view bytes) const override;
 
     // Where the system path lies on this machine, nothing when it might lead out of the home.

@@ -172,8 +172,8 @@ std::string DriveFiles::systemFolder() const {
     return toUtf8({path.data(), length});
 }
 
-std::string DriveFiles::encodeAnsi(std::string_view text) const {
-    if (text.empty() || ::GetACP() == CP_UTF8) return std::string(text);
+std::string DriveFiles::encodeAnsi(std::string text) const {
+    if (text.empty() || ::GetACP() == CP_UTF8) return text;
     const std::wstring wide = toWide(text);
     const auto size = static_cast<int>(wide.size());
     constexpr DWORD kNoLookAlikes = WC_NO_BEST_FIT_CHARS;

@@ -29,7 +29,7 @@ class DriveFiles : public FileSystem {
     std::vector<std::string> fileNames(std::string_view folder) const override;
     std::string typeDescription(std::string_view path) const override;
     std::string systemFolder() const override;
-    std::string encodeAnsi(std::string_view text) const override;
+    std::string encodeAnsi(std::string text) const override;
     std::string decodeAnsi(std::string_view bytes) const override;
 
     // The path in the form that starting a program takes; nothing when it leads elsewhere.

@@ -17,7 +17,7 @@ class HomeFiles final : public DriveFiles {
 
     std::string typeDescription(std::string_view path) const override;
     std::string systemFolder() const override { return "C:\\WINDOWS\\system32"; }
-    std::string encodeAnsi(std::string_view text) const override { return std::string(text); }
+    std::string encodeAnsi(std::string text) const override { return text; }
     std::string decodeAnsi(std::string_view bytes) const override { return std::string(bytes); }
 
     // Where the system path lies on this machine, nothing when it might lead out of the home.
