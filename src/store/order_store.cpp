@@ -312,13 +312,14 @@ bool isCostSection(Section section) {
 
 namespace {
 
-void collectBelow(xml::Node parent, Section section, std::vector<xml::Node>& found) {
+template <class Visit>
+void visitBelow(xml::Node parent, const Visit& visit) {
     const auto around = sectionNamed(parent.name());
     for (const xml::Node child : xml::elements(parent)) {
-        if (!around || !isCandidate(*around, child)) {
-            collectBelow(child, section, found);
-        } else if (*around == section) {
-            found.push_back(child);
+        if (around && isCandidate(*around, child)) {
+            visit(*around, child);
+        } else {
+            visitBelow(child, visit);
         }
     }
 }
@@ -327,7 +328,19 @@ void collectBelow(xml::Node parent, Section section, std::vector<xml::Node>& fou
 
 std::vector<xml::Node> candidatesBelow(xml::Node root, Section section) {
     std::vector<xml::Node> found;
-    collectBelow(root, section, found);
+    visitBelow(root, [&](Section around, xml::Node candidate) {
+        if (around == section) {
+            found.push_back(candidate);
+        }
+    });
+    return found;
+}
+
+std::vector<Candidate> candidatesBelow(xml::Node root) {
+    std::vector<Candidate> found;
+    visitBelow(root, [&](Section section, xml::Node candidate) {
+        found.push_back({section, candidate});
+    });
     return found;
 }
 

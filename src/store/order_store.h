@@ -131,7 +131,14 @@ std::string statusOf(xml::Node record);
 std::string_view stateOf(xml::Node record);
 bool isCostSection(Section section);
 
-// The orders, or groups, of all elements of the section's name below a root, in document order.
+// An order, or a group of another section.
+struct Candidate {
+    Section section;
+    xml::Node element;
+};
+
+// All of them below a root, or those of a section, in document order.
+std::vector<Candidate> candidatesBelow(xml::Node root);
 // Sections inside of records are not looked for.
 std::vector<xml::Node> candidatesBelow(xml::Node root, Section section);
 

@@ -1,38 +1,28 @@
 #include "store/upload.h"
 
-#include <array>
-#include <unordered_set>
 #include <utility>
+#include <vector>
 
 #include "xml/writer.h"
 
 namespace tandril::store {
 namespace {
 
-constexpr std::array groupSections{Section::Activities, Section::Material, Section::Labour,
-                                   Section::Other};
-
 class Selection {
   public:
     explicit Selection(const OrderStore& store) : store_(store) {
-        for (const xml::Node order : store.candidates(Section::Orders)) {
-            select(OrderStore::keyOf(Section::Orders, order), order,
-                   isToBeSent(stateOf(order)) && hasActivities(order));
-        }
-        for (const Section section : groupSections) {
-            for (const xml::Node group : store.candidates(section)) {
-                for (const xml::Node member : xml::elements(group)) {
-                    select(OrderStore::keyOf(section, group, member), member,
-                           isToBeSent(stateOf(member)));
-                }
+        for (const Candidate& candidate : candidatesBelow(store.document().root())) {
+            if (candidate.section == Section::Orders) {
+                selectOrder(candidate.element);
+            } else if (candidate.section != Section::HourRegistrations) {
+                selectMembers(candidate.section, candidate.element);
             }
         }
     }
 
     std::string text() const {
         std::string text;
-        xml::write(text, store_.document().root(),
-                   [this](xml::Node node) { return left_.count(node.hash_value()) != 0; });
+        xml::write(text, store_.document().root(), leftOut_);
         return text;
     }
 
@@ -43,16 +33,26 @@ class Selection {
         return xml::hasElements(store_.activityGroup(xml::attribute(order, orderKey)));
     }
 
-    void select(RecordKey key, xml::Node record, bool isIncluded) {
-        if (isIncluded) {
-            records.push_back(std::move(key));
+    void selectOrder(xml::Node order) {
+        if (isToBeSent(stateOf(order)) && hasActivities(order)) {
+            records.push_back(OrderStore::keyOf(Section::Orders, order));
         } else {
-            left_.insert(record.hash_value());
+            leftOut_.push_back(order);
+        }
+    }
+
+    void selectMembers(Section section, xml::Node group) {
+        for (const xml::Node member : xml::elements(group)) {
+            if (isToBeSent(stateOf(member))) {
+                records.push_back(OrderStore::keyOf(section, group, member));
+            } else {
+                leftOut_.push_back(member);
+            }
         }
     }
 
     const OrderStore& store_;
-    std::unordered_set<std::size_t> left_;
+    std::vector<xml::Node> leftOut_;  // in document order
 };
 
 }  // namespace

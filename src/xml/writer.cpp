@@ -114,7 +114,7 @@ void open(std::string& out, Node node, bool hasChildren) {
 
 // The node itself, or the first behind it, that is written.
 template <class IsLeftOut>
-Node written(Node node, const IsLeftOut& isLeftOut) {
+Node written(Node node, IsLeftOut& isLeftOut) {
     while (node && isLeftOut(node)) {
         node = node.next_sibling();
     }
@@ -122,7 +122,7 @@ Node written(Node node, const IsLeftOut& isLeftOut) {
 }
 
 template <class IsLeftOut>
-void writeAll(std::string& out, Node node, const IsLeftOut& isLeftOut) {
+void writeAll(std::string& out, Node node, IsLeftOut isLeftOut) {
     // Without recursion, so that depth costs no stack.
     Node current = node;
     while (true) {
@@ -150,8 +150,15 @@ void write(std::string& out, Node node) {
     writeAll(out, node, [](Node) { return false; });
 }
 
-void write(std::string& out, Node node, const std::function<bool(Node)>& isLeftOut) {
-    writeAll(out, node, isLeftOut);
+void write(std::string& out, Node node, std::span<const Node> leftOut) {
+    // The walk asks for each node once, in document order.
+    writeAll(out, node, [next = leftOut](Node asked) mutable {
+        if (next.empty() || next.front() != asked) {
+            return false;
+        }
+        next = next.subspan(1);
+        return true;
+    });
 }
 
 }  // namespace tandril::xml

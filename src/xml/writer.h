@@ -1,6 +1,6 @@
 #pragma once
 
-#include <functional>
+#include <span>
 #include <string>
 
 #include "xml/document.h"
@@ -12,7 +12,8 @@ namespace tandril::xml {
 // so that reading the text gives the same tree.
 void write(std::string& out, Node node);
 
-// The same without the nodes below it that `isLeftOut` names, and all below those.
-void write(std::string& out, Node node, const std::function<bool(Node)>& isLeftOut);
+// The same without some nodes below it and all below those. They stand in document order, none
+// below another one.
+void write(std::string& out, Node node, std::span<const Node> leftOut);
 
 }  // namespace tandril::xml
