@@ -67,5 +67,10 @@
     root.setTimeout(function () { root.URL.revokeObjectURL(link.href); }, 60000);
   }
 
-  Tandril.dialog = { hold: hold, ask: ask, saveText: saveText };
+  /** Whether a window lies over the page. */
+  function isOpen() {
+    return document.querySelector('.shade, .dialog:not(:empty)') !== null;
+  }
+
+  Tandril.dialog = { hold: hold, ask: ask, isOpen: isOpen, saveText: saveText };
 }(window));

@@ -26,14 +26,16 @@
     }
   }
 
+  /** Keeps what is not saved of a form; false when the browser does not. */
   function keep(form) {
     if (!form.isChanged()) {
       drop(form);
-      return;
+      return true;
     }
-    withStorage(function (storage) {
+    return withStorage(function (storage) {
       storage.setItem(keyOf(form), JSON.stringify({ time: Date.now(), values: form.snapshot() }));
-    });
+      return true;
+    }) === true;
   }
 
   function drop(form) {
@@ -47,9 +49,13 @@
     });
   }
 
+  function when(time) {
+    return new Date(time).toLocaleString(Tandril.locale(), { dateStyle: 'medium', timeStyle: 'short' });
+  }
+
   function offer(form, draft) {
     var note = dom.make('div', { 'class': 'draft', role: 'status' }, [
-      dom.make('span', {}, text('draftFound', new Date(draft.time).toLocaleString())),
+      dom.make('span', {}, text('draftFound', when(draft.time))),
       dom.make('button', { type: 'button', onclick: function () {
         form.restore(draft.values);
         end();
@@ -61,21 +67,36 @@
     ]);
     function end() {
       if (note.parentNode) { note.parentNode.removeChild(note); }
+      form.focusFirst();
     }
     form.element.insertBefore(note, form.element.firstChild);
   }
+
+  /* The form that is watched, as long as it is shown. */
+  var watched = null;
+
+  function keepWatched() {
+    return !watched || !document.body.contains(watched.element) || keep(watched);
+  }
+
+  /* A window that closes keeps the last keys, too. Where nothing can be kept the browser asks first. */
+  root.addEventListener('pagehide', keepWatched);
+  root.addEventListener('beforeunload', function (event) {
+    if (keepWatched()) { return; }
+    event.preventDefault();
+    event.returnValue = '';
+  });
 
   Tandril.drafts = {
     /** Keeps what is typed into a form from now on, and offers what was kept of it before. */
     watch: function (form) {
       var timer = null;
       var draft = find(form);
+      watched = form;
       if (draft) { offer(form, draft); }
       function later() {
         root.clearTimeout(timer);
-        timer = root.setTimeout(function () {
-          if (document.body.contains(form.element)) { keep(form); }
-        }, PAUSE);
+        timer = root.setTimeout(keepWatched, PAUSE);
       }
       form.element.addEventListener('input', later);
       form.element.addEventListener('change', later);

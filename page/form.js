@@ -73,7 +73,11 @@
     if (!input || input.nodeName !== 'INPUT') { return; }
     input.setAttribute('placeholder', hint);
     input.classList.add(hint === 'hhmm' ? 'time' : 'date');
-    if (hint !== 'hhmm') { this.addPicker(control, input, label); }
+    if (hint !== 'hhmm') {
+      this.addPicker(control, input, label);
+    } else if (control.querySelector('.calendar')) {
+      control.appendChild(control.querySelector('.calendar'));
+    }
   };
 
   Form.prototype.makeControl = function (kid, label) {
@@ -148,24 +152,17 @@
     }, shown);
   };
 
-  /* The browser's own calendar, where it has one, writes into the text field; the text stays what counts. */
+  /* The window writes into the text fields; the text stays what counts. */
   Form.prototype.addPicker = function (control, input, label) {
-    var picker = dom.make('input', { type: 'date', 'class': 'picker', tabindex: -1, 'aria-hidden': 'true' });
-    if (input.disabled || typeof picker.showPicker !== 'function') { return; }
-    picker.addEventListener('change', function () {
-      var parts = picker.value.split('-');
-      if (parts.length === 3) { input.value = parts[1] + '/' + parts[2] + '/' + parts[0]; }
-      input.focus();
-    });
-    var button = dom.make('button', {
-      type: 'button', 'class': 'calendar', 'aria-label': text('pickDate', label), title: text('pickDate', label),
+    var self = this;
+    var name = text('pickDate', label);
+    if (input.disabled) { return; }
+    dom.append(control, dom.make('button', {
+      type: 'button', 'class': 'calendar', 'aria-label': name, title: name,
       onclick: function () {
-        var stamp = Tandril.stamps.readDate(input.value);
-        picker.value = stamp ? stamp.slice(0, 4) + '-' + stamp.slice(4, 6) + '-' + stamp.slice(6, 8) : '';
-        picker.showPicker();
+        Tandril.picker.open({ label: label, date: input, time: self.control(input.getAttribute('data-field') + TIME) });
       }
-    }, Tandril.icon('calendar'));
-    dom.append(control, [button, picker]);
+    }, Tandril.icon('calendar')));
   };
 
   /* ---- reading ---- */
@@ -254,6 +251,11 @@
 
   Form.prototype.focusProblem = function () {
     var control = this.element.querySelector('[aria-invalid="true"]');
+    if (control) { control.focus(); }
+  };
+
+  Form.prototype.focusFirst = function () {
+    var control = this.element.querySelector('.field:not([hidden]) [data-field]:not(:disabled)');
     if (control) { control.focus(); }
   };
 

@@ -20,6 +20,9 @@
   /* The field that waits for FillValues. */
   var zoomed = null;
 
+  /* The link to a record of the master data, which gets the focus back. */
+  var opener = null;
+
   function currentForm() {
     var place = page.place('divDetails');
     return place.shown && place.shown.form;
@@ -46,7 +49,12 @@
   /* ---- records ---- */
 
   function showdetails(kind, order, activity, line, flag) {
+    openRecord(kind, order, activity, line, flag, null);
+  }
+
+  function openRecord(kind, order, activity, line, flag, focused) {
     showForm('GetDetails', [kind, order, activity, line, '', Number(flag) || 0], function () {
+      focusAgain(focused);
       Tandril.refusals.show([kind, order, activity, line]);
       if (kind === '2') {
         page.show('divCostHeader', { method: 'CostLinesHeader', args: [order, activity], title: text('costHeader'), quiet: true });
@@ -55,7 +63,11 @@
   }
 
   function showdetailsforhra(kind, order, activity, line, flag) {
-    showForm('GetDetailsForHRA', [kind, order, activity, line, '', Number(flag) || 0]);
+    openHours(kind, order, activity, line, flag, null);
+  }
+
+  function openHours(kind, order, activity, line, flag, focused) {
+    showForm('GetDetailsForHRA', [kind, order, activity, line, '', Number(flag) || 0], function () { focusAgain(focused); });
   }
 
   /** The form of a new record. A labour line without an order and activity is an hour registration. */
@@ -115,43 +127,73 @@
 
   /* ---- saving ---- */
 
-  function refreshLists() {
-    ['divList', 'divCosts', 'divCostLines'].forEach(page.refresh);
+  /** Shows the lists as they are now; with `isLost` the focus, whose record is gone, comes back to the first of them. */
+  function refreshLists(isLost) {
+    page.refresh('divList', function (shown) {
+      if (isLost && shown.list) { shown.list.focusActive(); }
+    });
+    page.refresh('divCosts');
+    page.refresh('divCostLines');
     Tandril.views.updateErrors();
     Tandril.status.update();
   }
 
-  function refused(words) {
-    page.say(words, 'bad');
-    document.getElementById('message').scrollIntoView({ block: 'nearest' });
+  /** Says beside the buttons of the form why it was not saved; "" takes that away. */
+  function complain(words) {
+    dom.append(dom.empty(document.querySelector('#divDetails .complaint')), words);
+  }
+
+  /** What has the focus in the form, so that the form that follows a save can give it back. */
+  function focusIn(form) {
+    var element = document.activeElement;
+    if (element.id === 'btnSave') { return 'btnSave'; }
+    return form.element.contains(element) ? element.getAttribute('data-field') : null;
+  }
+
+  function focusAgain(name) {
+    var form = currentForm();
+    var element = name === 'btnSave' ? document.getElementById('btnSave') : name && form && form.control(name);
+    if (element && !element.disabled) { element.focus(); }
   }
 
   /** Sends the record of the open form; done() runs when the component took it. */
   function store(method, kind, key, isNew, done) {
     var form = currentForm();
-    if (!form) { return; }
+    if (!form || form.saving) { return; }
     var read = form.read(isNew);
+    complain('');
     if (read.problems) {
-      refused(text('checkFields'));
+      complain(text('checkFields'));
       form.focusProblem();
       return;
     }
+    form.saving = true;
     page.call(method, [Tandril.records.xml(kind, key, read.fields, isNew)], function (error) {
-      if (error) { refused(error); return; }
+      form.saving = false;
+      if (error) { complain(error); return; }
       form.kept = form.snapshot();
       Tandril.drafts.drop(form);
       page.say(text(isNew ? 'added' : 'saved'), 'good');
       done();
-    });
+    }, function () { form.saving = false; });
   }
 
   function reopen(kind, key) {
     var number = Object.keys(KINDS).filter(function (each) { return KINDS[each] === kind; })[0];
+    var focused = focusIn(currentForm());
     if (kind === 'hra') {
-      showdetailsforhra('4', key.order, key.activity, key.line, '2');
+      openHours('4', key.order, key.activity, key.line, '2', focused);
     } else {
-      showdetails(number, key.order, key.activity, key.line, '2');
+      openRecord(number, key.order, key.activity, key.line, '2', focused);
     }
+  }
+
+  /** Ctrl+S saves the form in the details; a window over the page keeps it from that. */
+  function saveByKey(event) {
+    if (!(event.ctrlKey || event.metaKey) || event.altKey || event.shiftKey || String(event.key).toLowerCase() !== 's') { return; }
+    event.preventDefault();
+    var button = document.getElementById('btnSave');
+    if (button && !Tandril.dialog.isOpen()) { button.click(); }
   }
 
   /** The drop-downs of the material form name the order and the activity that its call leaves open. */
@@ -189,7 +231,7 @@
       page.call('deleteNode', [order, activity, line, costType], function () {
         closeRecord();
         page.say(text('deleted'), 'good');
-        refreshLists();
+        refreshLists(true);
       });
     });
   }
@@ -203,6 +245,7 @@
 
   function openWindow(mode, field, value, word) {
     var args = [mode, ZOOM_NAMES[field] || field, value, word];
+    opener = mode === 1 ? document.activeElement : null;
     page.show('divZoomHype', { method: 'HyperLinkAndZoom', args: args, title: text('masterData'), database: true, focus: true });
   }
 
@@ -250,8 +293,9 @@
 
   function closeZoom() {
     page.clear('divZoomHype');
-    var control = zoomed && zoomed.form === currentForm() && zoomed.form.control(zoomed.field);
+    var control = zoomed ? zoomed.form === currentForm() && zoomed.form.control(zoomed.field) : opener;
     zoomed = null;
+    opener = null;
     if (control) { control.focus(); }
   }
 
@@ -277,6 +321,8 @@
     Tandril.views.mark(null);
     page.show('divList', { method: 'ShowErrorList', args: [], title: text('refused'), focus: true });
   }
+
+  document.addEventListener('keydown', saveByKey);
 
   Tandril.functions = {
     showdetails: showdetails, showdetailsforhra: showdetailsforhra, minimize: minimize, winclose: winclose,

@@ -63,8 +63,17 @@
       this.update();
     }
     this.growing = !isLast;
-    if (isLast) { this.restore(); }
+    if (isLast) {
+      if (this.active === 0) { this.findActive(); }
+      this.restore();
+      if (this.onwhole) { this.onwhole(); }
+    }
     if (this.onchange) { this.onchange(); }
+  };
+
+  /** Calls act once all rows are here. */
+  List.prototype.whenWhole = function (act) {
+    if (this.growing) { this.onwhole = act; } else { act(); }
   };
 
   List.prototype.build = function () {
@@ -145,11 +154,17 @@
     var words = (this.state.filter || '').toLowerCase().split(/\s+/).filter(Boolean);
     this.shown = words.length ? rows.filtered(this.rows, words) : this.rows;
     if (this.state.column !== undefined) { this.shown = rows.sorted(this.shown, this.state.column, this.state.descending); }
-    this.active = Math.max(0, this.indexOf(this.state.current));
+    this.findActive();
     this.markSorting();
     this.painted = -1;
     this.paint();
     if (this.onchange) { this.onchange(); }
+  };
+
+  /* The row that the keyboard is on: the one that was opened last or, when that is gone, the one in its place. */
+  List.prototype.findActive = function () {
+    var current = this.indexOf(this.state.current);
+    this.active = current >= 0 ? current : Math.max(0, Math.min(this.state.active || 0, this.shown.length - 1));
   };
 
   List.prototype.indexOf = function (key) {
@@ -319,7 +334,7 @@
   List.prototype.setActive = function (index) {
     var before = this.elementAt(this.active);
     if (before && before.hasAttribute('tabindex')) { before.setAttribute('tabindex', '-1'); }
-    this.active = index;
+    this.active = this.state.active = index;
     var now = this.elementAt(index);
     if (now && now.hasAttribute('tabindex')) { now.setAttribute('tabindex', '0'); }
   };
@@ -346,11 +361,23 @@
     this.focusActive();
   };
 
+  /** Moves from a row to its links and back; without any the keys scroll. */
+  List.prototype.moveInRow = function (event) {
+    var row = dom.around(event.target, 'opens', this.body);
+    var stops = row ? [row].concat(Array.prototype.slice.call(row.querySelectorAll('.link'))) : [];
+    var next = stops[stops.indexOf(event.target) + (event.key === 'ArrowRight' ? 1 : -1)];
+    if (!next) { return; }
+    event.preventDefault();
+    next.focus();
+  };
+
   List.prototype.press = function (event) {
     var page = Math.max(1, Math.floor(this.scroller.clientHeight / this.rowHeight) - 2);
     var steps = { ArrowDown: 1, ArrowUp: -1, PageDown: page, PageUp: -page, Home: -Infinity, End: Infinity };
     var row = this.rowOf(event.target);
-    if (steps.hasOwnProperty(event.key)) {
+    if (event.key === 'ArrowRight' || event.key === 'ArrowLeft') {
+      this.moveInRow(event);
+    } else if (steps.hasOwnProperty(event.key)) {
       event.preventDefault();
       this.moveTo(this.active + steps[event.key]);
     } else if (row && event.target.nodeName === 'TR' && (event.key === 'Enter' || event.key === ' ')) {

@@ -14,6 +14,8 @@
 
   var places = {};
   var calls = 0;
+  var LULL = 600; /* milliseconds without a key before the result of a filter is read out */
+  var lull = null;
 
   /* A place: { element, view: {method, args, title}, state of its list, shown: what render made of it }. */
   function findPlaces() {
@@ -98,8 +100,10 @@
 
   function put(place, fragment, view, head) {
     place.element.classList.remove('minimized');
+    var title = view.title;
     place.shown = Tandril.render(place.element, fragment, {
-      run: run, state: place.state, title: view.title, subtitle: view.subtitle, head: head, keys: keysOf(view.args)
+      run: run, state: place.state, title: title, subtitle: view.subtitle, head: head, keys: keysOf(view.args),
+      found: function (counts) { announceFound(title, counts); }
     });
   }
 
@@ -123,7 +127,17 @@
 
   function announce(place, title) {
     var list = place.shown && place.shown.list;
-    if (list) { dom.append(dom.empty(document.getElementById('news')), text('rowsShown', title, list.counts().all)); }
+    if (list) { list.whenWhole(function () { read(text('rowsShown', title, list.counts().all)); }); }
+  }
+
+  /** Has something read out that eyes see by themselves. */
+  function read(words) {
+    dom.append(dom.empty(document.getElementById('news')), words);
+  }
+
+  function announceFound(title, counts) {
+    root.clearTimeout(lull);
+    lull = root.setTimeout(function () { read(text('rowsShown', title, text('countOf', counts.shown, counts.all))); }, LULL);
   }
 
   /** The headings of a list that comes without: what view.headings calls, its last one moved behind the first. */
@@ -167,10 +181,12 @@
         return;
       }
       if (!sameView(place.view, view)) { place.state = {}; }
+      var hadFocus = view.again && place.element.contains(document.activeElement);
       place.view = view;
       put(place, fragment, view, head);
-      announce(place, view.title);
+      if (!view.again) { announce(place, view.title); }
       if (view.focus) { focusTitle(place); }
+      if (hadFocus && place.shown.list) { place.shown.list.focusActive(); }
       if (done) { done(place.shown); }
     });
   }
@@ -187,13 +203,14 @@
     });
   }
 
-  /** Makes the call of a place's view again and keeps filter, order and position. */
-  function refresh(name) {
+  /** Makes the call of a place's view again and keeps filter, order, position and focus; then done(shown). */
+  function refresh(name, done) {
     var view = places[name].view;
     if (!view) { return; }
     show(name, {
-      method: view.method, args: view.args, title: view.title, subtitle: view.subtitle, headings: view.headings, database: view.database
-    });
+      method: view.method, args: view.args, title: view.title, subtitle: view.subtitle, headings: view.headings,
+      database: view.database, again: true
+    }, done);
   }
 
   function clear(name) {

@@ -57,7 +57,7 @@
         if (form && form.form) { Tandril.drafts.drop(form.form); }
         Tandril.closeRecord();
         page.say(text('refusalDiscarded'), 'good');
-        Tandril.refreshLists();
+        Tandril.refreshLists(true);
       });
     });
   }

@@ -20,7 +20,7 @@
       panel.title || options.title, options.subtitle ? dom.make('small', {}, options.subtitle) : null
     ]);
     var bar = dom.make('div', { 'class': 'titles' }, heading);
-    if (list) { addFilter(bar, list, options.state); }
+    if (list) { addFilter(bar, list, options.state, options.found || function () {}); }
     if (panel.minimize) {
       bar.appendChild(iconButton('minimize', text('minimize'), function (event) {
         options.run({ name: 'minimize', args: [panel.place] }, event);
@@ -34,7 +34,7 @@
     return bar;
   }
 
-  function addFilter(bar, list, state) {
+  function addFilter(bar, list, state, found) {
     var count = dom.make('span', { 'class': 'count' });
     list.onchange = function () {
       var counts = list.counts();
@@ -42,7 +42,10 @@
     };
     list.onchange();
     var input = dom.make('input', {
-      type: 'search', placeholder: text('filter'), 'aria-label': text('filter'), oninput: function () { list.filter(input.value); }
+      type: 'search', placeholder: text('filter'), 'aria-label': text('filter'), oninput: function () {
+        list.filter(input.value);
+        found(list.counts());
+      }
     });
     input.value = state.filter || '';
     dom.append(bar, [count, dom.make('span', { 'class': 'filter' }, [Tandril.icon('search'), input])]);
@@ -88,12 +91,16 @@
   var BUTTON_IDS = { saveObject: 'btnSave', CreateActivity: 'btnSave', deleteObject: 'btnDelete' };
 
   function makeButtons(buttons, run) {
-    return dom.make('div', { 'class': 'bar' }, buttons.map(function (button) {
+    var complaint = dom.make('p', { 'class': 'complaint', role: 'alert' });
+    return dom.make('div', { 'class': 'bar' }, [complaint].concat(buttons.map(function (button) {
+      var label = button.value.trim();
+      var saves = BUTTON_IDS[button.call.name] === 'btnSave';
       return dom.make('button', {
         type: 'button', id: BUTTON_IDS[button.call.name] || null, 'class': BUTTON_CLASSES[button.call.name] || null,
+        title: saves ? text('saveKey', label) : null, 'aria-keyshortcuts': saves ? 'Control+S' : null,
         onclick: function (event) { run(button.call, event); }
-      }, button.value.trim());
-    }));
+      }, label);
+    })));
   }
 
   function watch(form, buttons) {
@@ -115,7 +122,7 @@
 
   /**
    * Fills `place` with the panel of the fragment `fragment`. Options: run(call, event) for the calls of the fragment,
-   * state of the place's list, title for a fragment without one, subtitle, head for a list without headings, keys of
+   * found(counts) for what a filter leaves, state of the place's list, title for a fragment without one, subtitle, head for a list without headings, keys of
    * the records that the fragment is about. Returns { panel, list, form }.
    */
   Tandril.render = function (place, fragment, options) {

@@ -195,7 +195,7 @@
     dom.append(dom.empty(this.button), text('close'));
     update();
     Tandril.views.updateErrors();
-    LISTS.forEach(page.refresh);
+    LISTS.forEach(function (name) { page.refresh(name); });
   };
 
   function synchronise() {

@@ -25,8 +25,10 @@
 
       filter: 'Filter', countOf: '{0} of {1}', sortBy: 'Sort by {0}', close: 'Close', minimize: 'Minimize',
       lookUp: 'Look up {0}', pickDate: 'Choose a date for {0}', timeOf: '{0}, time',
+      monthBefore: 'Month before', monthAfter: 'Next month', hour: 'Hour', minute: 'Minute', now: 'Now', take: 'Choose',
+      saveKey: '{0} (Ctrl+S)',
 
-      loading: 'Loading', rowsShown: '{0}: {1} records', nothingHere: 'There is nothing to show here.',
+      loading: 'Loading', rowsShown: '{0}, records: {1}', nothingHere: 'There is nothing to show here.',
       saved: 'Saved.', added: 'Added.', deleted: 'Deleted.',
       badDate: 'Write the date as mm/dd/yyyy and the time as hhmm, 24 hours.', checkFields: 'Please correct the marked fields.',
       firstRun: 'Fetching your work from the enterprise server',
@@ -125,8 +127,10 @@
 
       filter: 'Filtern', countOf: '{0} von {1}', sortBy: 'Nach {0} sortieren', close: 'Schließen', minimize: 'Verkleinern',
       lookUp: '{0} nachschlagen', pickDate: 'Datum wählen: {0}', timeOf: '{0}, Uhrzeit',
+      monthBefore: 'Voriger Monat', monthAfter: 'Nächster Monat', hour: 'Stunde', minute: 'Minute', now: 'Jetzt', take: 'Übernehmen',
+      saveKey: '{0} (Strg+S)',
 
-      loading: 'Lädt', rowsShown: '{0}: {1} Sätze', nothingHere: 'Hier gibt es nichts zu zeigen.',
+      loading: 'Lädt', rowsShown: '{0}, Sätze: {1}', nothingHere: 'Hier gibt es nichts zu zeigen.',
       saved: 'Gespeichert.', added: 'Angelegt.', deleted: 'Gelöscht.',
       badDate: 'Bitte das Datum als mm/dd/yyyy (Monat/Tag/Jahr) und die Uhrzeit als hhmm schreiben.',
       checkFields: 'Bitte die markierten Felder berichtigen.',
@@ -226,8 +230,10 @@
 
       filter: 'Filteren', countOf: '{0} van {1}', sortBy: 'Sorteren op {0}', close: 'Sluiten', minimize: 'Verkleinen',
       lookUp: '{0} opzoeken', pickDate: 'Datum kiezen: {0}', timeOf: '{0}, tijd',
+      monthBefore: 'Vorige maand', monthAfter: 'Volgende maand', hour: 'Uur', minute: 'Minuut', now: 'Nu', take: 'Kiezen',
+      saveKey: '{0} (Ctrl+S)',
 
-      loading: 'Laden', rowsShown: '{0}: {1} records', nothingHere: 'Hier is niets te tonen.',
+      loading: 'Laden', rowsShown: '{0}, records: {1}', nothingHere: 'Hier is niets te tonen.',
       saved: 'Opgeslagen.', added: 'Toegevoegd.', deleted: 'Verwijderd.',
       badDate: 'Schrijf de datum als mm/dd/yyyy (maand/dag/jaar) en de tijd als hhmm.',
       checkFields: 'Verbeter de gemarkeerde velden.',
@@ -311,6 +317,7 @@
   };
 
   var language = 'en';
+  var locale = 'en';
 
   /** The text of a key in the page's language, in English where that lacks it. */
   Tandril.text = function (key) {
@@ -321,13 +328,20 @@
     });
   };
 
+  function languageOf(tag) {
+    return String(tag).toLowerCase().split('-')[0];
+  }
+
   /** Takes the first of the wanted languages that the page knows. */
   Tandril.chooseLanguage = function (wanted) {
-    var known = wanted.map(function (tag) { return String(tag).slice(0, 2).toLowerCase(); })
-      .filter(function (tag) { return TEXTS.hasOwnProperty(tag); });
-    language = known[0] || 'en';
+    var known = wanted.filter(function (tag) { return TEXTS.hasOwnProperty(languageOf(tag)); });
+    locale = known[0] || 'en';
+    language = languageOf(locale);
     return language;
   };
+
+  /** The language with its region, such as "de-AT", for dates and numbers in the page's own words. */
+  Tandril.locale = function () { return locale; };
 
   Tandril.TEXTS = TEXTS;
 }(typeof window === 'undefined' ? global : window));

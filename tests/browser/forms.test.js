@@ -1,9 +1,8 @@
 'use strict';
 
-const { test, before, after } = require('node:test');
+const { test } = require('node:test');
 const assert = require('node:assert/strict');
-const { launch, openPage } = require('./support/browser');
-const { startMockHost } = require('./support/mock_host');
+const { useBrowser, withPage, called, waitForCall } = require('./support/mock_page');
 const f = require('./support/fragments');
 
 const LIST = f.myActivities('My activities', ['Order', 'Activity'], [{ order: 'A1', activities: [{ number: '10', cells: [] }] }]);
@@ -19,33 +18,14 @@ const FORM = f.activityDetails('Activity', 'A1', '10', [
   f.hidden('ObjectNumber', '1'), f.hidden('ServerNote', 'a"b')
 ]);
 
-let browser;
-before(async () => { browser = await launch(); });
-after(async () => { await browser.close(); });
+const browser = useBrowser();
 
-async function withForm(answers, act) {
-  const host = await startMockHost({ ListOrders: 'x', MyActivities: LIST, GetDetails: FORM, ...answers });
-  const page = await openPage(browser, host.address);
-  try {
+const withForm = (answers, act, options = {}) => withPage(browser(), { ListOrders: 'x', MyActivities: LIST, GetDetails: FORM, ...answers }, options,
+  async (page, host) => {
     await page.click('#divList tr.tablerows');
     await page.waitForSelector('#divDetails .form');
     await act(page, host);
-    assert.deepEqual(page.problems, []);
-  } finally {
-    await page.context().close();
-    await host.stop();
-  }
-}
-
-const called = (host, method) => host.calls.filter((call) => call.method === method).map((call) => call.args);
-const wait = (host, method, count = 1) => new Promise((resolve, reject) => {
-  const end = Date.now() + 10000;
-  (function look() {
-    if (called(host, method).length >= count) { resolve(); return; }
-    if (Date.now() > end) { reject(new Error(`${method} was not called`)); return; }
-    setTimeout(look, 20);
-  }());
-});
+  });
 
 test('SaveSendsWhatCanBeEditedAndLeavesUntouchedDatesAlone', () => withForm({ updatexml: '' }, async (page, host) => {
   await page.selectOption('#ActivityStatus', '20');
@@ -53,7 +33,7 @@ test('SaveSendsWhatCanBeEditedAndLeavesUntouchedDatesAlone', () => withForm({ up
   await page.fill('#ExecutionStartTime', '11/16/2026');
   await page.fill('#ExecutionStartTime_time', '0745');
   await page.click('#btnSave');
-  await wait(host, 'updatexml');
+  await waitForCall(host, 'updatexml');
   assert.deepEqual(called(host, 'updatexml'), [[
     '<harbrook><ccsocservcactv><ServiceOrder ID="A1"><record Activity="10"><ActivityStatus>20</ActivityStatus>' +
     '<Description>Größe &lt; 5 &amp; &quot;gut&quot;</Description><Configuration>C-100</Configuration><Object>OB-1</Object><ServiceItem></ServiceItem>' +
@@ -77,8 +57,9 @@ test('ADateThatDoesNotReadIsNotSent', () => withForm({}, async (page, host) => {
 test('ARefusedSaveKeepsTheInput', () => withForm({ updatexml: 'Description must not be empty' }, async (page) => {
   await page.fill('#Description', '');
   await page.click('#btnSave');
-  await page.waitForSelector('#message.bad');
-  assert.match(await page.textContent('#message'), /Description must not be empty/);
+  await page.waitForSelector('#divDetails .complaint:not(:empty)');
+  assert.equal(await page.textContent('#divDetails .complaint'), 'Description must not be empty');
+  assert.equal(await page.getAttribute('#divDetails .complaint', 'role'), 'alert');
   assert.equal(await page.inputValue('#Description'), '');
 }));
 
@@ -88,7 +69,7 @@ test('DeleteAsksFirst', () => withForm({ deleteNode: null }, async (page, host) 
   assert.deepEqual(called(host, 'deleteNode'), []);
   await page.click('#btnDelete');
   await page.click('.question .danger');
-  await wait(host, 'deleteNode');
+  await waitForCall(host, 'deleteNode');
   assert.deepEqual(called(host, 'deleteNode'), [['A1', '10', '', '']]);
 }));
 
@@ -121,11 +102,47 @@ test('AZoomFillsTheField', () => withForm({
   assert.equal(await page.inputValue('[data-field=ObjectNumber]'), '42');
   assert.deepEqual(called(host, 'HyperLinkAndZoom'), [[0, 'Object', 'C-100', 'activity']]);
   await page.click('.field:has(#ServiceItem) .zoom');
-  await wait(host, 'HyperLinkAndZoom', 2);
-  await wait(host, 'CloseDataBase', 2);
+  await waitForCall(host, 'HyperLinkAndZoom', 2);
+  await waitForCall(host, 'CloseDataBase', 2);
   assert.deepEqual(called(host, 'HyperLinkAndZoom')[1], [0, 'Item', '', 'activity']);
   assert.deepEqual(host.calls.map((call) => call.method).filter((name) => /DataBase|Zoom/.test(name)),
     ['OpenDataBase', 'HyperLinkAndZoom', 'CloseDataBase', 'OpenDataBase', 'HyperLinkAndZoom', 'CloseDataBase']);
+}));
+
+test('WhatWasTypedLastSurvives', () => withForm({}, async (page) => {
+  await page.type('#Description', 'Cold ');
+  await page.reload();
+  await page.click('#divList tr.tablerows');
+  await page.click('#divDetails .draft button');
+  assert.equal(await page.inputValue('#Description'), 'Cold Boiler');
+  assert.equal(await page.evaluate(() => document.activeElement.id), 'ActivityStatus');
+}));
+
+test('ADiscardedDraftIsNotOfferedAgain', () => withForm({}, async (page) => {
+  await page.type('#Description', 'Cold ');
+  await page.reload();
+  await page.click('#divList tr.tablerows');
+  await page.click('#divDetails .draft button:nth-of-type(2)');
+  assert.equal(await page.inputValue('#Description'), 'Boiler');
+  await page.reload();
+  await page.click('#divList tr.tablerows');
+  await page.waitForSelector('#divDetails .form');
+  assert.equal(await page.$('.draft'), null);
+}));
+
+test('WhereNothingCanBeKeptTheBrowserAsks', () => withForm({}, async (page) => {
+  const asked = [];
+  page.on('dialog', (dialog) => { asked.push(dialog.type()); dialog.accept(); });
+  await page.evaluate(() => Object.defineProperty(window, 'localStorage', { get() { throw new Error('refused'); } }));
+  await page.type('#Description', 'Cold ');
+  await page.reload();
+  assert.deepEqual(asked, ['beforeunload']);
+}));
+
+test('ASecondPressSavesOnce', () => withForm({ updatexml: () => new Promise((resolve) => { setTimeout(resolve, 300, ''); }) }, async (page, host) => {
+  await page.$eval('#btnSave', (button) => { button.click(); button.click(); });
+  await page.waitForSelector('#message.good');
+  assert.equal(called(host, 'updatexml').length, 1);
 }));
 
 test('TheOptionsOfANewMaterialLineAreNoInputThatCouldBeLost', () => withForm({
@@ -141,9 +158,9 @@ test('TheOptionsOfANewMaterialLineAreNoInputThatCouldBeLost', () => withForm({
 
 test('TheLinksOfAnActivityReachTheirCalls', () => withForm({}, async (page, host) => {
   await page.click('#divDetails .show');
-  await wait(host, 'ListCostLines');
+  await waitForCall(host, 'ListCostLines');
   assert.deepEqual(called(host, 'ListCostLines'), [['Material', 'A1', '10']]);
   await page.click('#divDetails .create');
-  await wait(host, 'CreateForm');
+  await waitForCall(host, 'CreateForm');
   assert.deepEqual(called(host, 'CreateForm'), [['3', 'A1', '10']]);
 }));

@@ -1,8 +1,9 @@
 'use strict';
 
-const { test, before, after } = require('node:test');
+const { test } = require('node:test');
 const assert = require('node:assert/strict');
-const { launch, openPage } = require('./support/browser');
+const { openPage } = require('./support/browser');
+const { useBrowser, withPage, called } = require('./support/mock_page');
 const { startMockHost } = require('./support/mock_host');
 const f = require('./support/fragments');
 
@@ -16,25 +17,11 @@ const ACTIVITIES = f.myActivities('My activities', LABELS, [
 ]);
 const DETAILS = f.activityDetails('Activity', 'A1', '10', [f.fieldRow('Description', f.input('Description', 'Boiler fails to start'))]);
 
-let browser;
-before(async () => { browser = await launch(); });
-after(async () => { await browser.close(); });
+const browser = useBrowser();
 
-async function withPage(answers, enterprise, act) {
-  const host = await startMockHost(answers, enterprise);
-  const page = await openPage(browser, host.address);
-  try {
-    await act(page, host);
-    assert.deepEqual(page.problems, []);
-  } finally {
-    await page.context().close();
-    await host.stop();
-  }
-}
+const overHost = (answers, enterprise, act) => withPage(browser(), answers, { enterprise }, act);
 
-const called = (host, method) => host.calls.filter((call) => call.method === method).map((call) => call.args);
-
-test('ShowsTheRowsOfMyActivities', () => withPage({ MyActivities: ACTIVITIES, ListOrders: 'x' }, {}, async (page, host) => {
+test('ShowsTheRowsOfMyActivities', () => overHost({ MyActivities: ACTIVITIES, ListOrders: 'x' }, {}, async (page, host) => {
   await page.waitForSelector('#divList tr.tablerows');
   assert.equal(host.calls[0].method, 'Initialize');
   assert.equal(await page.textContent('#divList h2'), 'My activities');
@@ -50,14 +37,14 @@ test('ShowsTheRowsOfMyActivities', () => withPage({ MyActivities: ACTIVITIES, Li
   ]);
 }));
 
-test('ClickOnARowReachesShowdetails', () => withPage({ MyActivities: ACTIVITIES, GetDetails: DETAILS, ListOrders: 'x' }, {}, async (page, host) => {
+test('ClickOnARowReachesShowdetails', () => overHost({ MyActivities: ACTIVITIES, GetDetails: DETAILS, ListOrders: 'x' }, {}, async (page, host) => {
   await page.click('#divList tr.tablerows span.links');
   await page.waitForSelector('#divDetails .form');
   assert.deepEqual(called(host, 'GetDetails'), [['2', 'A1', '10', '', '', 2]]);
   assert.equal(await page.inputValue('#divDetails #Description'), 'Boiler fails to start');
 }));
 
-test('EnterOnARowReachesShowdetails', () => withPage({ MyActivities: ACTIVITIES, GetDetails: DETAILS, ListOrders: 'x' }, {}, async (page, host) => {
+test('EnterOnARowReachesShowdetails', () => overHost({ MyActivities: ACTIVITIES, GetDetails: DETAILS, ListOrders: 'x' }, {}, async (page, host) => {
   await page.focus('#divList tr[tabindex="0"]');
   await page.keyboard.press('ArrowDown');
   await page.keyboard.press('ArrowDown');
@@ -68,7 +55,7 @@ test('EnterOnARowReachesShowdetails', () => withPage({ MyActivities: ACTIVITIES,
 
 test('FirstRunFetchesTheFieldMapperAndTheOrders', () => {
   let orders = '';
-  return withPage({
+  return overHost({
     FMapperXMLExists: false,
     ListOrders: () => orders,
     DownloadXml: () => { orders = 'x'; return 'New Data has been downloaded.'; },
@@ -84,7 +71,7 @@ test('FirstRunFetchesTheFieldMapperAndTheOrders', () => {
 for (const [name, answer] of Object.entries({ page: '<html><body>Sign in</body></html>', part: '<mapper><I18N', other: '<mapper/>' })) {
   test(`FirstRunTakesNoForeignFieldMapper ${name}`, async () => {
     const host = await startMockHost({ FMapperXMLExists: false }, { fieldmapper: answer });
-    const page = await openPage(browser, host.address);
+    const page = await openPage(browser(), host.address);
     await page.waitForSelector('#message.bad');
     assert.match(await page.textContent('#message'), /is not what was asked for/);
     assert.deepEqual(called(host, 'getFMapper'), []);
@@ -95,7 +82,7 @@ for (const [name, answer] of Object.entries({ page: '<html><body>Sign in</body><
 
 test('FirstRunWithoutTheServerSaysSo', async () => {
   const host = await startMockHost({ FMapperXMLExists: false, Get_Error: 'There are no activities' });
-  const page = await openPage(browser, host.address);
+  const page = await openPage(browser(), host.address);
   await page.waitForSelector('#divList .note');
   assert.match(await page.textContent('#message'), /enterprise server cannot be reached/);
   assert.equal(await page.textContent('#divList .note'), 'There are no activities');
@@ -114,7 +101,7 @@ test('TheMenuOpensTheEightLists', () => {
   Object.entries(VIEWS).forEach(([view, method]) => {
     answers[method] = f.listOrders('Title of ' + view, ['Service Order'], [{ order: 'A1', cells: [] }]);
   });
-  return withPage(answers, {}, async (page, host) => {
+  return overHost(answers, {}, async (page, host) => {
     for (const [view, method] of Object.entries(VIEWS)) {
       await page.click(`[data-view="${view}"]`);
       await page.waitForFunction((title) => document.querySelector('#divList h2')?.textContent === title, 'Title of ' + view);
@@ -126,7 +113,7 @@ test('TheMenuOpensTheEightLists', () => {
 
 test('AFaultIsShownInPlainWords', async () => {
   const host = await startMockHost({ ListOrders: 'x', MyActivities: () => ({ fault: 'the log cannot be written' }) });
-  const page = await openPage(browser, host.address);
+  const page = await openPage(browser(), host.address);
   await page.waitForSelector('#message.bad');
   assert.match(await page.textContent('#message'), /MyActivities ended in a fault: the log cannot be written/);
   await page.context().close();

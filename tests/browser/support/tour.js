@@ -95,6 +95,11 @@ const STOPS = [
     await page.click('.field:has([data-field=Configuration]) .zoom');
     await page.waitForSelector('#divZoomHype tr.tablerows');
   }],
+  ['picker', async (page) => {
+    await page.keyboard.press('Escape');
+    await page.click('#divDetails .calendar');
+    await page.waitForSelector('.picker');
+  }],
   ['hyperlink', async (page) => {
     await page.keyboard.press('Escape');
     await page.$eval(`${ACTIVITY} .link`, (link) => link.click());
