@@ -14,9 +14,16 @@ async function openActivity(page) {
   await page.waitForSelector('#divCostHeader .panel');
 }
 
+async function openPicker(page) {
+  await openActivity(page);
+  await page.click('.field:has([data-field=ExecutionStartTime]) .calendar');
+  await page.waitForSelector('.picker');
+}
+
 const PICTURES = [
   { name: 'my-activities', open: openActivity },
-  { name: 'my-activities-dark', colorScheme: 'dark', open: openActivity }
+  { name: 'my-activities-dark', colorScheme: 'dark', open: openActivity },
+  { name: 'tablet', viewport: { width: 1024, height: 600 }, open: openPicker }
 ];
 
 async function main() {

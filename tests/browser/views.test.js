@@ -26,7 +26,7 @@ before(async () => {
   browser = await launch();
   system = await startSystem({ filled: true, masterData: 'chosen' });
   page = await openPage(browser, system.address, { viewport: DESK, bypassCSP: true });
-  page.setDefaultTimeout(10000);
+  page.setDefaultTimeout(30000);
   await page.context().addInitScript(AXE);
   await page.reload();
 });
