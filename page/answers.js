@@ -29,6 +29,7 @@
   Tandril.answers = {
     /** Whether a text that came with status 200 is what this path answers. */
     isExpected: function (path, xml) {
+      if (!/^[\s\ufeff]*<(?!!doctype html)/i.test(xml)) { return false; }
       var document = new root.DOMParser().parseFromString(xml, 'text/xml');
       var isPage = !document.documentElement || document.documentElement.localName.toLowerCase() === 'html';
       return !isPage && document.getElementsByTagName('parsererror').length === 0 &&

@@ -1,6 +1,7 @@
 /*
  * What must survive a crash in the middle of a synchronisation: the upload that is not settled yet, what the last report
- * confirmed, the time of the last success, and since when changes wait. It is kept in a file by the host, or in the browser's storage without one.
+ * confirmed, the time of the last success, and since when changes wait. It is kept in a file by the host, or in the
+ * browser's storage without one.
  *
  * The upload: { state, text, keys, reason, report, time } with the states, in their order:
  *   preparing  the component is asked for the changes; keys names those that it may mark as sent

@@ -123,7 +123,18 @@
     return element(section, {}, record);
   }
 
+  /** The keys of a report's entries with this status. */
+  function keysIn(report, status) {
+    return Array.prototype.filter.call(parse(report).getElementsByTagName('*'), function (entry) {
+      return entry.getAttribute('Status') === status;
+    }).map(function (entry) {
+      return keyOf(entry.getAttribute('Order'), entry.getAttribute('Activity'), entry.getAttribute('CostLine'), entry.getAttribute('CostType'));
+    });
+  }
+
+  /** The document of a text; "" stands for an empty one, since a parser would complain. */
   function parse(xml) {
+    xml = xml || '<none/>';
     return new root.DOMParser().parseFromString(xml, 'text/xml');
   }
 
@@ -140,6 +151,12 @@
       return changedRecords(xml).filter(function (record) { return confirmed[record.key] !== digest(record.element); }).length;
     },
 
+    /** How many records of a store were sent and are neither confirmed nor, by the stored report, refused. */
+    countUnanswered: function (xml, report) {
+      var refused = keysIn(report, 'Error');
+      return recordsIn(xml, SENT).filter(function (record) { return refused.indexOf(record.key) < 0; }).length;
+    },
+
     /** The keys of the records of a store that are marked as sent, and so are as they were sent. */
     sentKeys: function (store) {
       return recordsIn(store, SENT).map(function (record) { return record.key; });
@@ -154,9 +171,7 @@
       var settled = {};
       var digests = {};
       changedRecords(store).forEach(function (record) { digests[record.key] = digest(record.element); });
-      Array.prototype.forEach.call(parse(report).getElementsByTagName('*'), function (entry) {
-        if (entry.getAttribute('Status') !== 'Completed') { return; }
-        var key = keyOf(entry.getAttribute('Order'), entry.getAttribute('Activity'), entry.getAttribute('CostLine'), entry.getAttribute('CostType'));
+      keysIn(report, 'Completed').forEach(function (key) {
         if (digests[key] !== undefined && sent.indexOf(key) >= 0) { settled[key] = digests[key]; }
       });
       return settled;

@@ -64,20 +64,27 @@
   }
 
   function showWaiting() {
-    page.quietly('GetMailContent', ['Harbrook'], function (xml) {
-      var waiting = xml ? Tandril.records.countWaiting(xml, journal.confirmed()) : 0;
-      var upload = journal.upload();
-      journal.noteWaiting(waiting > 0);
-      var words = [
-        lastSuccess(journal.lastSuccess()),
-        waiting ? since(journal.waitingSince(), text('syncWaiting', waiting)) : text('syncNoneWaiting'),
-        upload && since(upload.time, uploadWords(upload)),
-        journal.isElsewhere() && text('syncOther'),
-        !journal.isKept() && text('syncUnkept'),
-        !journal.keepsInput() && text('noStorage')
-      ];
-      dom.append(dom.empty(document.getElementById('syncState')), words.filter(Boolean).join(' \u00b7 '));
+    page.quietly('GetMailContent', ['Harbrook'], function (store) {
+      page.quietly('GetMailContent', ['UploadReport'], function (report) { showState(store || '', report || ''); });
     });
+  }
+
+  function showState(store, report) {
+    var records = Tandril.records;
+    var waiting = records.countWaiting(store, journal.confirmed());
+    var upload = journal.upload();
+    var unanswered = upload ? 0 : records.countUnanswered(store, report);
+    journal.noteWaiting(waiting > 0);
+    var words = [
+      lastSuccess(journal.lastSuccess()),
+      waiting ? since(journal.waitingSince(), text('syncWaiting', waiting)) : text('syncNoneWaiting'),
+      upload && since(upload.time, uploadWords(upload)),
+      unanswered && text('syncSentOpen', unanswered),
+      journal.isElsewhere() && text('syncOther'),
+      !journal.isKept() && text('syncUnkept'),
+      !journal.keepsInput() && text('noStorage')
+    ];
+    dom.append(dom.empty(document.getElementById('syncState')), words.filter(Boolean).join(' \u00b7 '));
   }
 
   /* What another window has fetched shows here, too, but not under the fingers of somebody who works in a list. */

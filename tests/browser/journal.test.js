@@ -165,9 +165,28 @@ for (const [name, [content, words]] of Object.entries(HEADERS)) {
   });
 }
 
+/* A report may leave records out; those it refuses stand in the list of refusals. */
+for (const [name, entry, words] of [['LeavesOut', '', / \u00b7 sent, but not answered: 1$/],
+  ['Refuses', '<Entry Status="Error" Order="A1" Activity="" CostLine="" CostType=""/>', /nothing waits$/]]) {
+  test(`TheHeaderSaysWhatAReport_${name}`, async () => {
+    const { store, answers } = component();
+    const report = `<Report><File ID="1">${entry}</File></Report>`;
+    const content = answers.GetMailContent;
+    const host = await startHost({ ...answers, GetMailContent: (what) => (what === 'UploadReport' ? report : content()) },
+      { ...SERVER, upload: report });
+    const page = await open(host);
+    await synchronise(page);
+    await page.waitForFunction(() => /just now/.test(document.getElementById('syncState').textContent));
+    assert.match(await page.textContent('#syncState'), words);
+    assert.equal(store.state, 'MU');
+    await page.context().close();
+  });
+}
+
 test('TheTimeOfTheFirstChangeIsKeptUntilItIsSent', async () => {
   const { store, answers } = component();
   store.state = 'O';
+  answers.DownloadErrors = () => { store.state = 'O'; return ''; };
   const host = await startHost(answers, SERVER);
   const page = await open(host);
   await header(page, 'Never synchronised \u00b7 nothing waits');
