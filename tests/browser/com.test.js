@@ -47,7 +47,7 @@ async function synchronise(window = page) {
 
 /** Changes the text of an activity, as the engineer does. */
 async function edit(words) {
-  await page.click('#divList tr.tablerows');
+  await page.click('#divList tr.tablerows span.links');
   await page.waitForSelector('#divDetails .form');
   await page.fill('#divDetails [data-field=ActivityDescription]', words);
   await page.click('#btnSave');

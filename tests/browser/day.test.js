@@ -47,7 +47,7 @@ test('TheFirstRunFetchesTheWork', async () => {
 });
 
 test('AnEditIsStoredAndWaits', async () => {
-  await page.click('#divList tr.tablerows:has-text("Find the burner fault")');
+  await page.click('#divList tr.tablerows:has-text("Find the burner fault") span.links');
   await page.fill('#divDetails [data-field=ExecutionStartTime]', '11/16/2026');
   await page.fill('#divDetails [data-field=ExecutionStartTime_time]', '0735');
   await page.fill('#divDetails [data-field=ActivityDescription]', 'Found & fixed the "burner" <fault>');

@@ -69,7 +69,7 @@ test('AnArchiveThatIsMissingIsSaid', async () => {
 const rows = () => page.$$eval('#divZoomHype tbody tr', (all) => all.map((row) => Array.from(row.cells, (cell) => cell.textContent.trim())));
 
 test('TheObjectsOfTheConfigurationAreOfferedAndTaken', async () => {
-  await page.click('#divList tr.tablerows:has-text("Find the burner fault")');
+  await page.click('#divList tr.tablerows:has-text("Find the burner fault") span.links');
   await page.click('.field:has([data-field=Object]) .zoom');
   await page.waitForSelector('#divZoomHype tr.tablerows');
   assert.deepEqual(await rows(), [['C-300', 'OB-301', '1', 'Burner'], ['C-300', 'OB-302', '2', 'Feed pump']]);

@@ -78,7 +78,7 @@ test('DiscardAsksAndTakesRecordAndRefusalAway', async () => {
 
 test('ADroppedUploadLeadsToItsRecordsAndLetsOthersGo', async () => {
   await page.click('[data-view=myActivities]');
-  await page.click('#divList tr.tablerows:has-text("Find the burner fault")');
+  await page.click('#divList tr.tablerows:has-text("Find the burner fault") span.links');
   await page.fill('#divDetails [data-field=ActivityDescription]', 'Refused as a whole');
   await page.click('#btnSave');
   await page.waitForSelector('#message.good');
