@@ -9,6 +9,18 @@
 
   var TIME = '_time';
 
+  /* The labels that the component writes in English by itself, in the form that has the drop-down of the orders. */
+  var OWN_FORM = 'dropOrder';
+  var OWN_LABELS = { 'Service Order': 'dropOrder', 'Service Activity': 'dropActivity', 'Material Line Id': 'materialLine' };
+
+  function hasSelect(rows, field) {
+    return rows.some(function (row) {
+      return panel.kidsOf(row, 'td').some(function (cell) {
+        return panel.kidsOf(cell, 'select').some(function (select) { return select.field === field; });
+      });
+    });
+  }
+
   /* ---- building ---- */
 
   function Form(source, options) {
@@ -16,6 +28,7 @@
     this.run = options.run;
     this.element = dom.make('div', { 'class': 'form details', role: 'group', 'aria-label': options.label, 'data-form': this.name });
     this.buttons = [];
+    this.labels = hasSelect(source.rows, OWN_FORM) ? OWN_LABELS : {};
     this.stored = {}; /* by id, the text behind a control, which may hold what the control cannot show */
     source.rows.forEach(this.addRow, this);
     this.kept = this.snapshot();
@@ -35,7 +48,8 @@
   };
 
   Form.prototype.makeField = function (row, labelCell, cells) {
-    var label = panel.trimmed(labelCell);
+    var written = panel.trimmed(labelCell);
+    var label = this.labels.hasOwnProperty(written) ? text(this.labels[written]) : written;
     var control = dom.make('div', { 'class': 'control' });
     var first = null;
     cells.forEach(function (cell) {

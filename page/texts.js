@@ -26,7 +26,7 @@
       filter: 'Filter', countOf: '{0} of {1}', sortBy: 'Sort by {0}', close: 'Close', minimize: 'Minimize',
       lookUp: 'Look up {0}', pickDate: 'Choose a date for {0}', timeOf: '{0}, time',
       monthBefore: 'Month before', monthAfter: 'Next month', hour: 'Hour', minute: 'Minute', now: 'Now', take: 'Choose',
-      saveKey: '{0} (Ctrl+S)',
+      saveKey: '{0} (Ctrl+S)', dropOrder: 'Service Order', dropActivity: 'Service Activity', materialLine: 'Material Line Id',
 
       loading: 'Loading', rowsShown: '{0}, records: {1}', nothingHere: 'There is nothing to show here.',
       saved: 'Saved.', added: 'Added.', deleted: 'Deleted.',
@@ -128,7 +128,7 @@
       filter: 'Filtern', countOf: '{0} von {1}', sortBy: 'Nach {0} sortieren', close: 'Schließen', minimize: 'Verkleinern',
       lookUp: '{0} nachschlagen', pickDate: 'Datum wählen: {0}', timeOf: '{0}, Uhrzeit',
       monthBefore: 'Voriger Monat', monthAfter: 'Nächster Monat', hour: 'Stunde', minute: 'Minute', now: 'Jetzt', take: 'Übernehmen',
-      saveKey: '{0} (Strg+S)',
+      saveKey: '{0} (Strg+S)', dropOrder: 'Serviceauftrag', dropActivity: 'Serviceaktivität', materialLine: 'Nummer der Materialzeile',
 
       loading: 'Lädt', rowsShown: '{0}, Sätze: {1}', nothingHere: 'Hier gibt es nichts zu zeigen.',
       saved: 'Gespeichert.', added: 'Angelegt.', deleted: 'Gelöscht.',
@@ -231,7 +231,7 @@
       filter: 'Filteren', countOf: '{0} van {1}', sortBy: 'Sorteren op {0}', close: 'Sluiten', minimize: 'Verkleinen',
       lookUp: '{0} opzoeken', pickDate: 'Datum kiezen: {0}', timeOf: '{0}, tijd',
       monthBefore: 'Vorige maand', monthAfter: 'Volgende maand', hour: 'Uur', minute: 'Minuut', now: 'Nu', take: 'Kiezen',
-      saveKey: '{0} (Ctrl+S)',
+      saveKey: '{0} (Ctrl+S)', dropOrder: 'Serviceorder', dropActivity: 'Serviceactiviteit', materialLine: 'Nummer van de materiaalregel',
 
       loading: 'Laden', rowsShown: '{0}, records: {1}', nothingHere: 'Hier is niets te tonen.',
       saved: 'Opgeslagen.', added: 'Toegevoegd.', deleted: 'Verwijderd.',

@@ -125,4 +125,7 @@ const STOPS = [
   }]
 ];
 
-module.exports = { STOPS };
+/** Lists that look like another one of the walk; not everything has to be looked at there again. */
+const isAlike = (name) => /^(hours|material|labour|other|activities|orders)(Open|Sent)$/.test(name) && name !== 'materialOpen';
+
+module.exports = { STOPS, isAlike };
