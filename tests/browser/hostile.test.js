@@ -11,7 +11,7 @@ const hostile = require('./support/hostile');
 const ELEMENTS = new Set(('DIV H2 P SPAN BUTTON INPUT TEXTAREA SELECT OPTION LABEL SMALL TABLE COLGROUP COL THEAD TBODY TR TH TD DL DT DD ' +
   'svg path').split(' '));
 const ATTRIBUTES = new Set(('class id for type role tabindex title hidden disabled size rows cols autocomplete placeholder scope colspan style name value ' +
-  'aria-label aria-sort aria-rowcount aria-rowindex aria-current aria-hidden aria-labelledby aria-describedby aria-invalid data-field data-name data-form ' +
+  'aria-label aria-sort aria-rowcount aria-rowindex aria-current aria-hidden aria-keyshortcuts aria-labelledby aria-describedby aria-invalid data-field data-name data-form ' +
   'data-index viewBox focusable d').split(' '));
 
 const one = (order, number, cells) => f.myActivities('Title', ['L1', 'L2', 'L3'], [{ order, activities: [{ number, cells }] }]);
@@ -52,6 +52,11 @@ before(async () => {
   host = await startMockHost({ ListOrders: 'x' });
   page = await openPage(browser, host.address);
   await page.waitForSelector('#divList .note');
+  /* The clock stands still, so that every fragment is read to its end at once. */
+  await page.evaluate(() => {
+    const now = Date.now();
+    Date.now = () => now;
+  });
   page.on('request', (request) => asked.push(request.url()));
   page.on('dialog', (dialog) => { asked.push('dialog'); dialog.dismiss(); });
 });
