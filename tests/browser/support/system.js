@@ -46,7 +46,7 @@ function startHost(home, enterprise) {
 }
 
 /** A home with the field mapper and the orders of the samples in it, as after a first download. */
-function fillHome(home, { orders = fs.readFileSync(path.join(ROOT, 'samples', 'orders.xml')), language = 'en' }) {
+function fillHome(home, { orders = fs.readFileSync(path.join(ROOT, 'samples', 'orders.xml')), language = 'en' } = {}) {
   const folder = path.join(home, 'Vorn Tandril');
   fs.mkdirSync(path.join(folder, 'MasterData'), { recursive: true });
   fs.copyFileSync(path.join(ROOT, 'samples', `fieldmapper-${language}.xml`), path.join(folder, 'FieldMapper.xml'));
