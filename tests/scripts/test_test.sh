@@ -3,7 +3,7 @@
 # shellcheck source=harness.sh
 . "$(dirname "$0")/harness.sh"
 
-# good_tree: everything that ./test calls succeeds; each of three runs has one test, two checks pass.
+# good_tree: everything that ./test calls succeeds; each of five runs has one test, two checks pass.
 good_tree() {
     new_tree test tools/sum-tests
     put tools/setup </dev/null
@@ -18,15 +18,17 @@ good_tree() {
 good_tree
 run ./test
 ok "AllWellSucceeds" exit_status_is 0
-ok "LastLineIsTheSum" last_line_is "5 passed, 0 failed"
+ok "LastLineIsTheSum" last_line_is "7 passed, 0 failed"
 ok "BuildsTheSanitizedTestsToo" called "cmake --preset sanitize -DTANDRIL_TESTS=ON"
 ok "BuildsTheFuzzTargetsToo" called "cmake --preset fuzz -DTANDRIL_TESTS=ON"
+ok "BuildsTheComponentForWindowsToo" called "cmake --preset windows-quick-x64 -DTANDRIL_TESTS=ON"
+ok "ShowsWhatRanBesideTheChecks" printed "== tests windows-quick-x64"
 
 good_tree
 printf '#!/bin/sh\necho "FAIL format"; echo "OK   shell"\nexit 1\n' | put tools/check
 run ./test
 ok "FailedCheckFails" exit_status_is 1
-ok "FailedCheckCounts" last_line_is "4 passed, 1 failed"
+ok "FailedCheckCounts" last_line_is "6 passed, 1 failed"
 
 good_tree
 # shellcheck disable=SC2016  # for the fake to expand
@@ -34,23 +36,23 @@ fake ctest 'while [ "$1" != --output-junit ]; do shift; done
     echo "<testsuite><testcase name=\"a\" status=\"fail\"/></testsuite>" >"$2"'
 run ./test
 ok "FailedTestsFail" exit_status_is 1
-ok "FailedTestsCount" last_line_is "2 passed, 3 failed"
+ok "FailedTestsCount" last_line_is "2 passed, 5 failed"
 
 good_tree
 fake ctest 'exit 8'
 run ./test
-ok "TestsThatDoNotRunFail" last_line_is "2 passed, 3 failed"
+ok "TestsThatDoNotRunFail" last_line_is "2 passed, 5 failed"
 
 good_tree
 fake cmake 'case "$*" in *--build*sanitize*) exit 1 ;; esac'
 run ./test
 ok "FailedBuildFails" exit_status_is 1
-ok "FailedBuildCountsAndTheRestGoesOn" last_line_is "4 passed, 1 failed"
+ok "FailedBuildCountsAndTheRestGoesOn" last_line_is "6 passed, 1 failed"
 
 good_tree
 fake cmake 'case "$*" in "--preset release"*) echo "no compiler" >&2; exit 1 ;; esac'
 run ./test
-ok "FailedConfigurationFails" last_line_is "4 passed, 1 failed"
+ok "FailedConfigurationFails" last_line_is "6 passed, 1 failed"
 ok "FailedConfigurationIsShown" printed "no compiler"
 
 good_tree
