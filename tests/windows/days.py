@@ -91,13 +91,19 @@ class Batch:
             self.command, stdin=subprocess.PIPE, stdout=subprocess.PIPE, encoding="utf-8")
 
     def stop(self):
-        self.process.stdin.close()
+        try:
+            self.process.stdin.close()
+        except BrokenPipeError:
+            pass  # it ended before, as its answers tell
         self.process.wait()
         self.process.stdout.close()
 
     def answer(self, method, arguments):
-        print(json.dumps({"method": method, "args": arguments}),
-              file=self.process.stdin, flush=True)
+        try:
+            print(json.dumps({"method": method, "args": arguments}),
+                  file=self.process.stdin, flush=True)
+        except BrokenPipeError:
+            pass
         line = self.process.stdout.readline()
         return json.loads(line) if line else {"fault": "the program ended"}
 
