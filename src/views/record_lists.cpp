@@ -14,8 +14,8 @@ namespace {
 using store::Section;
 using States = std::span<const std::string_view>;
 
-// The context word of all cells of these lists.
-constexpr std::string_view form = "order";
+// Of all cells of these lists.
+constexpr std::string_view contextWord = "order";
 
 // How a list is laid out around its rows. The lists close in two ways, one of which mismatches what
 // it closes; browsers mend both alike, and the page counts on them.
@@ -79,7 +79,7 @@ std::string orderRows(const Variant& variant, const store::OrderStore& store,
         rows += "<tr class=tablerows><td>&nbsp;";
         rows += detailLink(order, {orderKind, order, "", ""}, order);
         rows += "</td>";
-        rows += fieldCells(mapper, store::sectionName(Section::Orders), record, form);
+        rows += fieldCells(mapper, store::sectionName(Section::Orders), record, contextWord);
         rows += "</tr>";
     }
     return rows;
@@ -91,7 +91,8 @@ std::string activityRow(std::string_view order, xml::Node activity, std::string_
     const std::string_view number = xml::attribute(activity, store::activityKey);
     return "<tr class=tablerows>" + html::cell(marker) +
            html::cell("&nbsp;" + detailLink(order, {activityKind, order, number, ""}, number)) +
-           fieldCells(mapper, store::sectionName(Section::Activities), activity, form) + "</tr>";
+           fieldCells(mapper, store::sectionName(Section::Activities), activity, contextWord) +
+           "</tr>";
 }
 
 std::string activityRows(const Variant& variant, const store::OrderStore& store,

@@ -22,6 +22,7 @@ ok "LastLineIsTheSum" last_line_is "7 passed, 0 failed"
 ok "BuildsTheSanitizedTestsToo" called "cmake --preset sanitize -DTANDRIL_TESTS=ON"
 ok "BuildsTheFuzzTargetsToo" called "cmake --preset fuzz -DTANDRIL_TESTS=ON"
 ok "BuildsTheComponentForWindowsToo" called "cmake --preset windows-quick-x64 -DTANDRIL_TESTS=ON"
+ok "ShowsWhatRanBesideABuild" printed "== tests release"
 ok "ShowsWhatRanBesideTheChecks" printed "== tests windows-quick-x64"
 
 good_tree
