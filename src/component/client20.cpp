@@ -168,10 +168,12 @@ Variant Client20::RegisterDownloadPath() {
     return runEmpty([](Call& call) { call.settings().setDownloadFolder(paths::masterDataFolder); });
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): like the other methods
 bool Client20::LocalXmlExists() {
     return module_.machine.files.fileExists(paths::store);
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): like the other methods
 bool Client20::FMapperXMLExists() {
     return module_.machine.files.fileExists(paths::fieldMapper);
 }
