@@ -181,6 +181,8 @@ bool isNowhere(const VARIANT&) {
 
 template <class Result, class... Arguments>
 HRESULT ComClient::call(std::size_t slot, Result* result, Arguments... arguments) noexcept {
+    // Nobody is to take the words of an older fault for those of a failure that has none.
+    ::SetErrorInfo(0, nullptr);
     if (result == nullptr || (isNowhere(arguments) || ...)) return E_POINTER;
     *result = Result{};
     return guarded([&] {
@@ -227,12 +229,14 @@ STDMETHODIMP ComClient::GetTypeInfo(UINT index, LCID, ITypeInfo** info) {
     return index == 0 ? types_.ofInterface.CopyTo(info) : DISP_E_BADINDEX;
 }
 
-STDMETHODIMP ComClient::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
+STDMETHODIMP ComClient::GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
+    if (iid != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
     return ::DispGetIDsOfNames(types_.ofInterface.Get(), names, count, ids);
 }
 
-STDMETHODIMP ComClient::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* arguments,
+STDMETHODIMP ComClient::Invoke(DISPID id, REFIID iid, LCID, WORD flags, DISPPARAMS* arguments,
                                VARIANT* result, EXCEPINFO* exception, UINT* wrongArgument) {
+    if (iid != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
     if (arguments == nullptr) return E_POINTER;
     return guarded([&] {
         ScriptArguments fitted(id, *arguments, wrongArgument);

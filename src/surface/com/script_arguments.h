@@ -14,7 +14,8 @@ namespace tandril::com {
 // The arguments of a call by name. A script passes its variables as references to variants, which
 // the type library does not fit to a parameter of another type: it would refuse them with a type
 // mismatch. Here they are taken apart, and what a by-reference parameter holds after the call goes
-// back into the script's variable.
+// back into the script's variable, or into that of a language whose variables have types of their
+// own, such as the 32-bit integers of .NET.
 class ScriptArguments {
   public:
     // For a call of the method whose slot is `id`; those of any other id stay as they are. Throws
@@ -33,7 +34,7 @@ class ScriptArguments {
     // Where a by-reference argument lies during the call.
     struct Place {
         VARIANT value;
-        VARIANT* variable;  // null when the script passed no variable
+        VARIANT variable;  // a reference to it; VT_EMPTY when the script passed none
     };
 
     void fit(const Method& method, UINT* wrongArgument);
