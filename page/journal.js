@@ -27,6 +27,7 @@
   var revision = 0;
   var isKept = true;
   var waiting = []; /* changes to be written, one at a time */
+  var readers = []; /* what waits until all of them are written */
 
   /* ---- the browser's storage ---- */
 
@@ -95,6 +96,7 @@
       waiting.shift();
       if (waiting.length) { writeNext(); }
       job.done(outcome);
+      if (!waiting.length) { readers.splice(0).forEach(function (read) { read(); }); }
     }
     Tandril.transport.writeJournal(revision, next, function (answer) {
       if (answer.ok) {
@@ -116,6 +118,11 @@
   function save(changes, isNote, done) {
     waiting.push({ changes: changes, isNote: isNote, done: done || function () {} });
     if (waiting.length === 1) { writeNext(); }
+  }
+
+  /* While something is written, what is known and what is kept are both older than it. */
+  function whenWritten(read) {
+    if (waiting.length) { readers.push(read); } else { read(); }
   }
 
   /* Earlier versions kept everything in the browser's storage. */
@@ -155,25 +162,31 @@
 
   root.addEventListener('pagehide', unlock);
 
-  Tandril.journal = {
-    /**
-     * Reads what is kept; done(isDamaged). An upload that only this window knows stays as it is, and so does everything
-     * when nothing can be read.
-     */
-    load: function (done) {
-      if (!isKept || waiting.length) {
-        done(false);
+  function load(done) {
+    if (!isKept) {
+      done(false);
+      return;
+    }
+    Tandril.transport.readJournal(function (answer) {
+      if (waiting.length) {
+        whenWritten(function () { load(done); });
         return;
       }
-      Tandril.transport.readJournal(function (answer) {
-        if (answer.ok && !waiting.length) { take(answer.entry); }
-        if (answer.ok && answer.entry.content === null) {
-          bringOver(function () { done(Boolean(answer.entry.damaged)); });
-        } else {
-          done(false);
-        }
-      });
-    },
+      if (answer.ok) { take(answer.entry); }
+      if (answer.ok && answer.entry.content === null) {
+        bringOver(function () { done(Boolean(answer.entry.damaged)); });
+      } else {
+        done(false);
+      }
+    });
+  }
+
+  Tandril.journal = {
+    /**
+     * Reads what is kept, once all changes are written; done(isDamaged). An upload that only this window knows stays as it
+     * is, and so does everything when nothing can be read.
+     */
+    load: function (done) { whenWritten(function () { load(done); }); },
 
     upload: function () { return content.upload || null; },
 

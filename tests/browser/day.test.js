@@ -8,6 +8,7 @@ const fs = require('node:fs');
 const path = require('node:path');
 const { launch, openPage } = require('./support/browser');
 const { startSystem } = require('./support/system');
+const { seesText, seesView } = require('./support/sees');
 
 let browser;
 let system;
@@ -42,7 +43,7 @@ async function save() {
 
 test('TheFirstRunFetchesTheWork', async () => {
   assert.match(await page.textContent('#message'), /Your work has been fetched/);
-  assert.match(await page.textContent('#syncState'), /just now/);
+  await seesText(page, '#syncState', /just now/);
   assert.ok((await page.$$('#divList tr.orderrow')).length >= 10);
 });
 
@@ -87,26 +88,26 @@ test('HoursAreRegisteredAndListed', async () => {
 });
 
 test('TheSynchronisationSendsAndFetches', async () => {
-  assert.match(await page.textContent('#syncState'), /changes waiting/);
+  await seesText(page, '#syncState', /changes waiting/);
   const steps = await synchronise();
   assert.deepEqual(steps.map(([state]) => state), ['done', 'done', 'done', 'skipped']);
   assert.match(steps[1][1], /\d+ accepted, [1-9]\d* refused/);
-  await page.waitForFunction(() => /nothing waits/.test(document.getElementById('syncState').textContent));
+  await seesText(page, '#syncState', /nothing waits/);
 });
 
 test('ARefusedRecordIsCorrectedAndSentAgain', async () => {
   await page.click('#errorPool button');
-  await page.waitForSelector('#divList tr.tablerows');
+  await seesView(page, 'divList', 'ShowErrorList');
   const refused = () => page.$$eval('#divList tr.tablerows', (rows) => rows.length);
   const count = await refused();
   await page.click('#divList tr.tablerows:has-text("FLT-3OO")');
   await page.fill('#divDetails [data-field=Item]', 'FLT-300');
   await save();
   await page.waitForFunction((rows) => document.querySelectorAll('#divList tr.tablerows').length === rows - 1, count);
-  await page.waitForFunction(() => /changes waiting: 1/.test(document.getElementById('syncState').textContent));
+  await seesText(page, '#syncState', /changes waiting: 1/);
   const steps = await synchronise();
   assert.match(steps[1][1], /\d+ accepted, 0 refused/);
-  await page.waitForFunction(() => /nothing waits/.test(document.getElementById('syncState').textContent));
+  await seesText(page, '#syncState', /nothing waits/);
 });
 
 test('ALocalRecordIsDeleted', async () => {

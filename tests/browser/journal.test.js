@@ -165,6 +165,15 @@ for (const [name, [content, words]] of Object.entries(HEADERS)) {
   });
 }
 
+test('TheHeaderKnowsTheFirstRunOnASlowDisk', async () => {
+  let orders = '';
+  const host = await startHost({ ListOrders: () => orders, DownloadXml: () => { orders = 'x'; return 'done'; } }, SERVER);
+  host.beforeWrite = () => later(500);
+  const page = await open(host);
+  await header(page, 'Synchronised just now \u00b7 nothing waits');
+  await page.context().close();
+});
+
 /* A report may leave records out; those it refuses stand in the list of refusals. */
 for (const [name, entry, words] of [['LeavesOut', '', / \u00b7 sent, but not answered: 1$/],
   ['Refuses', '<Entry Status="Error" Order="A1" Activity="" CostLine="" CostType=""/>', /nothing waits$/]]) {

@@ -40,12 +40,12 @@ async function answerCall(host, method, body, response) {
 }
 
 /* As the web host keeps it; host.journalFault stands for a disk that is full. */
-function answerJournal(host, request, body, response) {
+async function answerJournal(host, request, body, response) {
   if (request.method === 'GET') { return send(response, 200, 'application/json', JSON.stringify(host.journal)); }
   if (host.journalFault && host.journalFault(JSON.parse(body))) {
     return send(response, 500, 'application/json', '{"fault":"the disk is full"}');
   }
-  if (host.beforeWrite) { host.beforeWrite(); }
+  if (host.beforeWrite) { await host.beforeWrite(); }
   const { revision, content } = JSON.parse(body);
   if (revision !== host.journal.revision) { return send(response, 409, 'application/json', JSON.stringify(host.journal)); }
   host.journal = { revision: revision + 1, content };

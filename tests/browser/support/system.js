@@ -9,7 +9,7 @@ const path = require('node:path');
 
 const ROOT = path.join(__dirname, '..', '..', '..');
 const PROGRAMS = process.env.TANDRIL_PROGRAMS || path.join(ROOT, 'build', 'release', 'bin');
-const PATIENCE = 20000;
+const PATIENCE = 60000;
 
 /** Starts a program and waits for the URL that it prints. */
 function start(name, args) {
