@@ -3,7 +3,6 @@
 #include <CLI/CLI.hpp>
 #include <chrono>
 #include <cstddef>
-#include <filesystem>
 #include <memory>
 #include <ostream>
 
@@ -12,8 +11,9 @@
 #include "host/home_lock.h"
 #include "host/host.h"
 #include "host/messages.h"
-#include "host/stop_signals.h"
 #include "platform/machine.h"
+#include "platform/stop_signals.h"
+#include "platform/utf8_path.h"
 
 namespace tandril::cli {
 namespace {
@@ -53,19 +53,19 @@ void ServeCommand::define(Parser& parser) {
 }
 
 int ServeCommand::run(const Streams& streams) {
-    host::StopSignals signals;
+    platform::StopSignals signals;
     const std::string home = home_.folder();
     const host::HomeLock lock(home);
     const std::unique_ptr<platform::OwnedMachine> owned = platform::openMachine(home);
     platform::Machine machine = owned->machine();
     host::Messages messages;
-    host::AnnouncingShell shell(machine.shell, messages);
+    host::AnnouncingShell shell(machine.shell, messages, streams.err);
     Module module({machine.registry, machine.files, machine.database, shell, machine.clock});
     Client20 client(module);
 
     host::HostSettings settings;
     settings.port = port_;
-    settings.page = page_.empty() ? host::defaultPageFolder() : std::filesystem::path(page_);
+    settings.page = page_.empty() ? host::defaultPageFolder() : platform::pathFromUtf8(page_);
     settings.enterpriseUrl = enterprise_;
     settings.enterpriseTimeout = std::chrono::seconds(enterpriseTimeout_);
     settings.bodyLimit = static_cast<std::size_t>(bodyLimit_) * 1024 * 1024;

@@ -3,6 +3,9 @@
 #include <array>
 #include <ctime>
 #include <ostream>
+#include <syncstream>
+
+#include "platform/local_time.h"
 
 namespace tandril::host {
 namespace {
@@ -21,9 +24,7 @@ std::string printable(std::string_view text) {
 }
 
 std::string now() {
-    const std::time_t time = std::time(nullptr);
-    std::tm parts{};
-    ::localtime_r(&time, &parts);
+    const std::tm parts = platform::localTime(std::time(nullptr));
     std::array<char, 32> text{};
     return {text.data(), std::strftime(text.data(), text.size(), "%Y-%m-%d %H:%M:%S ", &parts)};
 }
@@ -31,9 +32,7 @@ std::string now() {
 }  // namespace
 
 void AccessLog::write(const Request& request, const Response& response) {
-    const std::string line = now() + logLine(request, response, tokens_) + '\n';
-    const std::lock_guard lock(mutex_);
-    out_ << line << std::flush;
+    std::osyncstream(out_) << now() << logLine(request, response, tokens_) << std::endl;
 }
 
 std::string logLine(const Request& request, const Response& response, const Tokens& tokens) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <iosfwd>
-#include <mutex>
 #include <string>
 
 #include "host/http_message.h"
@@ -10,7 +9,8 @@
 namespace tandril::host {
 
 // One line per request: time, method, path, status, and the reason of a refusal. The query is left
-// out and tokens are blanked. Safe for concurrent use.
+// out and tokens are blanked. Safe for concurrent use, and beside others that write whole lines to
+// the same stream.
 class AccessLog {
   public:
     // Both must outlive the log.
@@ -19,7 +19,6 @@ class AccessLog {
     void write(const Request& request, const Response& response);
 
   private:
-    std::mutex mutex_;
     std::ostream& out_;
     const Tokens& tokens_;
 };

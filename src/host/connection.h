@@ -7,6 +7,8 @@
 #include <cstddef>
 #include <string>
 
+#include "platform/connection_socket.h"
+
 namespace tandril::host {
 
 // How long a connection may keep the host waiting, and how much it may send before its request is
@@ -20,14 +22,11 @@ struct ConnectionLimits {
 };
 
 // A client's socket as the HTTP library reads and writes it, with deadlines: the library's own
-// timeouts start anew with every byte. Closes the socket when destroyed.
+// timeouts start anew with every byte.
 class Connection : public httplib::Stream {
   public:
-    // Reading ends when the event `stop` is signalled.
-    Connection(int socket, int stop, const ConnectionLimits& limits);
-    ~Connection() override;
-    Connection(const Connection&) = delete;
-    Connection& operator=(const Connection&) = delete;
+    // Takes the socket over. Reading ends when the event says stop.
+    Connection(socket_t socket, const platform::StopEvent& stop, const ConnectionLimits& limits);
 
     // The head has been read; from now on the limits of the body hold.
     void beginBody();
@@ -42,17 +41,14 @@ class Connection : public httplib::Stream {
     ssize_t write(const char* data, std::size_t size) override;
     void get_remote_ip_and_port(std::string& ip, int& port) const override;
     void get_local_ip_and_port(std::string& ip, int& port) const override;
-    socket_t socket() const override { return socket_; }
+    socket_t socket() const override { return static_cast<socket_t>(socket_.handle()); }
 
   private:
-    using Clock = std::chrono::steady_clock;
+    using Clock = platform::ConnectionSocket::Clock;
 
-    bool waitToRead(Clock::time_point deadline) const;
-    bool waitToWrite() const;
     bool fill();
 
-    int socket_;
-    int stop_;
+    platform::ConnectionSocket socket_;
     ConnectionLimits limits_;
     Clock::time_point deadline_;
     bool inHead_ = true;

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "platform/process_lock.h"
+
 namespace tandril::host {
 
 // Holds a home for one host, by a lock on the file "host.lock" in it. The system takes the lock
@@ -11,12 +13,9 @@ class HomeLock {
     // Throws Fault when another process holds the home (the text names its process id), when there
     // is no such home, or when the file cannot be made.
     explicit HomeLock(const std::string& home);
-    ~HomeLock();
-    HomeLock(const HomeLock&) = delete;
-    HomeLock& operator=(const HomeLock&) = delete;
 
   private:
-    int file_ = -1;
+    platform::ProcessLock lock_;
 };
 
 }  // namespace tandril::host

@@ -3,6 +3,7 @@
 #include <system_error>
 
 #include "host/request_rules.h"
+#include "platform/program_folder.h"
 
 namespace tandril::host {
 
@@ -38,8 +39,7 @@ void Host::stop() {
 
 std::filesystem::path defaultPageFolder() {
     std::error_code error;
-    const std::filesystem::path folder =
-        std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+    const std::filesystem::path folder = platform::programFolder();
     // A package keeps what is the same on every machine apart from the programs.
     const std::filesystem::path shared = folder.parent_path() / "share/tandril/page";
     const std::filesystem::path beside = folder / "page";

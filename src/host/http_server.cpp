@@ -1,10 +1,6 @@
 #include "host/http_server.h"
 
-#include <fcntl.h>
 #include <httplib.h>
-#include <sys/eventfd.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
 #include <array>
 #include <chrono>
@@ -16,14 +12,13 @@
 #include "host/connection_threads.h"
 #include "host/request_rules.h"
 #include "platform/fault.h"
+#include "platform/loopback_listener.h"
 
 namespace tandril::host {
 namespace {
 
-constexpr const char* kAddress = "127.0.0.1";
 constexpr int kFirstPort = 8720;
 constexpr int kPortsTried = 100;
-constexpr int kWaitingConnections = 512;
 
 struct FixedHeader {
     const char* name;
@@ -70,32 +65,19 @@ void write(Response response, httplib::Response& out) {
     }
 }
 
-// The socket must not be inherited, and no other process may listen beside this one: the library's
-// own choice, SO_REUSEPORT, would let it.
-void setSocketOptions(socket_t socket) {
-    const int on = 1;
-    ::setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
-    ::fcntl(socket, F_SETFD, FD_CLOEXEC);
-}
-
-// The port that the server listens on then.
-int bindTo(httplib::Server& server, std::optional<int> port) {
-    if (port == 0) {
-        const int any = server.bind_to_any_port(kAddress);
-        if (any <= 0) {
-            throw Fault("cannot listen on any port of 127.0.0.1");
-        }
-        return any;
-    }
+platform::LoopbackListener listenOn(std::optional<int> port) {
+    const bool any = port == 0;
     const int first = port.value_or(kFirstPort);
     const int last = port ? first : first + kPortsTried - 1;
     for (int candidate = first; candidate <= last; ++candidate) {
-        if (server.bind_to_port(kAddress, candidate)) {
-            return candidate;
+        if (auto listener = platform::LoopbackListener::open(candidate)) {
+            return *std::move(listener);
         }
     }
-    throw Fault("cannot listen on port " + std::to_string(first) + " of 127.0.0.1" +
-                (port ? "; is it in use?" : " or one of the next"));
+    throw Fault("cannot listen on " +
+                (any ? "any port of 127.0.0.1"
+                     : "port " + std::to_string(first) + " of 127.0.0.1" +
+                           (port ? "; is it in use?" : " or one of the next")));
 }
 
 }  // namespace
@@ -104,23 +86,16 @@ int bindTo(httplib::Server& server, std::optional<int> port) {
 class HttpServer::Server : public httplib::Server {
   public:
     explicit Server(const ConnectionLimits& limits) : limits_(limits) {
-        stopEvent_ = ::eventfd(0, EFD_CLOEXEC);
-        if (stopEvent_ < 0) {
-            throw Fault("the system has no event for the host");
-        }
-        set_socket_options(setSocketOptions);
         set_default_headers(fixedHeaders());
         new_task_queue = [] { return new ConnectionThreads; };
     }
-    ~Server() override { ::close(stopEvent_); }
-    Server(const Server&) = delete;
-    Server& operator=(const Server&) = delete;
 
-    // Takes as many connections as come at once. The library lets five wait, so that the sixth of a
-    // browser would try again after a second.
-    void widenQueue() const { ::listen(svr_sock_, kWaitingConnections); }
+    // The library's own choice of socket options would let another process listen on the same port.
+    void take(platform::LoopbackListener& listener) {
+        svr_sock_ = static_cast<socket_t>(listener.release());
+    }
 
-    void serve(HttpHandlers handlers, std::size_t bodyLimit) {
+    void handle(HttpHandlers handlers, std::size_t bodyLimit) {
         handlers_ = std::move(handlers);
         bodyLimit_ = bodyLimit;
         set_pre_routing_handler(
@@ -136,7 +111,7 @@ class HttpServer::Server : public httplib::Server {
             [this](const httplib::Request& in, const httplib::Response& out) { log(in, out); });
     }
 
-    void interrupt() const { ::eventfd_write(stopEvent_, 1); }
+    void interrupt() { stopEvent_.signal(); }
 
   private:
     // Replaces the library's, which keeps connections open and lets every byte renew its timeouts.
@@ -225,20 +200,19 @@ class HttpServer::Server : public httplib::Server {
     ConnectionLimits limits_;
     HttpHandlers handlers_;
     std::size_t bodyLimit_ = 0;
-    int stopEvent_ = -1;
+    platform::StopEvent stopEvent_;
 };
 
 HttpServer::HttpServer(std::optional<int> port, const ConnectionLimits& limits)
-    : server_(std::make_unique<Server>(limits)), port_(bindTo(*server_, port)) {
-    server_->widenQueue();
-}
+    : server_(std::make_unique<Server>(limits)), listener_(listenOn(port)) {}
 
 HttpServer::~HttpServer() {
     stop();
 }
 
 void HttpServer::start(HttpHandlers handlers, std::size_t bodyLimit) {
-    server_->serve(std::move(handlers), bodyLimit);
+    server_->handle(std::move(handlers), bodyLimit);
+    server_->take(listener_);
     thread_ = std::thread([this] { server_->listen_after_bind(); });
 }
 

@@ -3,9 +3,11 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <thread>
 
 #include "host/connection.h"
 #include "host/http_message.h"
+#include "platform/loopback_listener.h"
 
 namespace tandril::host {
 
@@ -31,7 +33,7 @@ class HttpServer {
     HttpServer(const HttpServer&) = delete;
     HttpServer& operator=(const HttpServer&) = delete;
 
-    int port() const { return port_; }
+    int port() const { return listener_.port(); }
 
     // Begins to answer. `bodyLimit` is in bytes.
     void start(HttpHandlers handlers, std::size_t bodyLimit);
@@ -44,7 +46,7 @@ class HttpServer {
     class Server;
 
     std::unique_ptr<Server> server_;
-    int port_ = 0;
+    platform::LoopbackListener listener_;
     std::thread thread_;
 };
 

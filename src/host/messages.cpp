@@ -1,5 +1,8 @@
 #include "host/messages.h"
 
+#include <ostream>
+#include <syncstream>
+
 namespace tandril::host {
 
 void Messages::add(std::string_view title, std::string_view text) {
@@ -21,10 +24,9 @@ std::vector<Messages::Message> Messages::after(std::int64_t number) const {
     return found;
 }
 
-// The page hears of it first: showing it may wait for somebody.
 void AnnouncingShell::showCritical(std::string_view title, std::string_view prompt) {
     messages_.add(title, prompt);
-    shell_.showCritical(title, prompt);
+    std::osyncstream(log_) << title << ": " << prompt << std::endl;
 }
 
 }  // namespace tandril::host

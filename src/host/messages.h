@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <iosfwd>
 #include <mutex>
 #include <string>
 #include <string_view>
@@ -35,11 +36,13 @@ class Messages {
     std::deque<Message> kept_;
 };
 
-// A shell that shows messages as another one does and tells them to the page.
+// A shell that starts programs as another one does, and tells messages to the page and to the
+// host's log: a box on the screen would keep every call waiting until somebody finds it behind the
+// browser.
 class AnnouncingShell final : public platform::Shell {
   public:
-    AnnouncingShell(platform::Shell& shell, Messages& messages)
-        : shell_(shell), messages_(messages) {}
+    AnnouncingShell(platform::Shell& shell, Messages& messages, std::ostream& log)
+        : shell_(shell), messages_(messages), log_(log) {}
 
     bool start(std::string_view folder, std::string_view name) override {
         return shell_.start(folder, name);
@@ -49,6 +52,7 @@ class AnnouncingShell final : public platform::Shell {
   private:
     platform::Shell& shell_;
     Messages& messages_;
+    std::ostream& log_;
 };
 
 }  // namespace tandril::host

@@ -10,6 +10,8 @@
 
 #include "platform/ascii.h"
 #include "platform/fault.h"
+#include "platform/real_path.h"
+#include "platform/utf8_path.h"
 
 namespace tandril::host {
 namespace {
@@ -64,10 +66,9 @@ Response notFound() {
 }  // namespace
 
 PageFiles::PageFiles(const fs::path& folder) {
-    std::error_code error;
-    folder_ = fs::canonical(folder, error);
-    if (error || find("/").empty()) {
-        throw Fault("there is no page in the folder " + folder.string() +
+    folder_ = platform::realPath(folder).value_or(fs::path());
+    if (folder_.empty() || find("/").empty()) {
+        throw Fault("there is no page in the folder " + platform::utf8FromPath(folder) +
                     ": it has no index.html; --page names another one");
     }
 }
@@ -83,7 +84,10 @@ Response PageFiles::answer(std::string_view path) const {
     }
     std::ostringstream content;
     content << in.rdbuf();
-    return {200, std::string(contentTypeOf(file.native())), std::move(content).str(), {}};
+    return {200,
+            std::string(contentTypeOf(platform::utf8FromPath(file))),
+            std::move(content).str(),
+            {}};
 }
 
 fs::path PageFiles::find(std::string_view path) const {
@@ -91,12 +95,12 @@ fs::path PageFiles::find(std::string_view path) const {
     if (!hasOnlyPlainNames(wanted)) {
         return {};
     }
+    const auto file = platform::realPath(folder_ / platform::pathFromUtf8(wanted.substr(1)));
     std::error_code error;
-    fs::path file = fs::canonical(folder_ / wanted.substr(1), error);
-    if (error || !isBelow(file, folder_) || !fs::is_regular_file(file, error)) {
+    if (!file || !isBelow(*file, folder_) || !fs::is_regular_file(*file, error)) {
         return {};
     }
-    return file;
+    return *file;
 }
 
 std::string_view contentTypeOf(std::string_view name) {

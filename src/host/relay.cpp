@@ -1,8 +1,5 @@
 #include "host/relay.h"
 
-#include <httplib.h>
-
-#include <algorithm>
 #include <array>
 #include <string_view>
 #include <utility>
@@ -22,17 +19,14 @@ std::string targetAt(const EnterpriseUrl& url, std::string_view target) {
     return url.path + std::string(target.substr(target.find('/', 1)));
 }
 
-httplib::Request outgoing(const Request& request, const EnterpriseUrl& url) {
-    httplib::Request out;
-    out.method = request.method;
-    out.path = targetAt(url, request.target);
-    out.body = request.body;
-    out.set_header("User-Agent", "tandril");
+platform::HttpQuestion outgoing(const Request& request, const EnterpriseUrl& url) {
+    platform::HttpQuestion out{request.method, targetAt(url, request.target), {}, request.body};
+    out.fields.emplace_back("User-Agent", "tandril");
     // The answer is passed on as it is, so that nothing is gained by compressing it.
-    out.set_header("Accept-Encoding", "identity");
+    out.fields.emplace_back("Accept-Encoding", "identity");
     for (const std::string_view name : kRequestHeaders) {
         for (const std::string_view value : request.headers.all(name)) {
-            out.set_header(std::string(name), std::string(value));
+            out.fields.emplace_back(name, value);
         }
     }
     return out;
@@ -42,12 +36,12 @@ Response badGateway(std::string_view reason) {
     return textResponse(502, "the enterprise server " + std::string(reason));
 }
 
-Response incoming(const httplib::Response& answer, std::string body) {
-    Response response{answer.status, answer.get_header_value("Content-Type"), std::move(body), {}};
+Response incoming(const platform::HttpAnswer& answer, std::string body) {
+    Response response{
+        answer.status, std::string(answer.field("Content-Type")), std::move(body), {}};
     for (const std::string_view name : kAnswerHeaders) {
-        const std::string value = answer.get_header_value(std::string(name));
-        if (!value.empty()) {
-            response.headers.add(std::string(name), value);
+        if (const std::string_view value = answer.field(name); !value.empty()) {
+            response.headers.add(std::string(name), std::string(value));
         }
     }
     return response;
@@ -59,52 +53,55 @@ Response incoming(const httplib::Response& answer, std::string body) {
 class Relay::Exchange {
   public:
     Exchange(Relay& relay, const EnterpriseUrl& url)
-        : relay_(relay), client_(url.server), deadline_(Clock::now() + relay.settings_.timeout) {
-        client_.set_connection_timeout(std::min(relay.settings_.timeout, std::chrono::seconds(10)));
-        client_.set_read_timeout(relay.settings_.timeout);
-        client_.set_write_timeout(relay.settings_.timeout);
-        client_.set_url_encode(false);  // the target is passed on as it came
-        client_.set_follow_location(false);
+        : relay_(relay),
+          exchange_(platform::makeHttpExchange(url.server, relay.settings_.timeout)),
+          deadline_(Clock::now() + relay.settings_.timeout) {
         const std::lock_guard lock(relay_.mutex_);
         stopped_ = relay_.stopped_;
-        relay_.underWay_.insert(&client_);
+        relay_.underWay_.insert(exchange_.get());
     }
     ~Exchange() {
         const std::lock_guard lock(relay_.mutex_);
-        relay_.underWay_.erase(&client_);
+        relay_.underWay_.erase(exchange_.get());
         relay_.ended_.notify_all();
     }
     Exchange(const Exchange&) = delete;
     Exchange& operator=(const Exchange&) = delete;
 
-    Response run(httplib::Request request) {
+    Response run(const platform::HttpQuestion& question) {
         if (stopped_) {
             return textResponse(503, "the host is stopping");
         }
-        request.content_receiver = [this](const char* data, std::size_t size, std::uint64_t,
-                                          std::uint64_t) {
-            return receive({data, size});
-        };
-        const httplib::Result result = client_.send(request);
+        platform::HttpAnswer answer;
+        const platform::ExchangeEnd end = exchange_->run(
+            question, answer, [this](std::string_view piece) { return receive(piece); });
         if (tooLong_) {
             return badGateway("answers with too much");
         }
         if (late_) {
             return badGateway("does not answer in time");
         }
-        if (!result) {
-            return badGateway(result.error() == httplib::Error::Connection ||
-                                      result.error() == httplib::Error::ConnectionTimeout
-                                  ? "cannot be reached"
-                                  : "does not answer, or not in time");
+        if (end != platform::ExchangeEnd::Answered) {
+            return badGateway(whyNot(end));
         }
-        if (result->status >= 300 && result->status < 400) {
+        if (answer.status >= 300 && answer.status < 400) {
             return badGateway("redirects");
         }
-        return incoming(*result, std::move(body_));
+        return incoming(answer, std::move(body_));
     }
 
   private:
+    static std::string_view whyNot(platform::ExchangeEnd end) {
+        switch (end) {
+            case platform::ExchangeEnd::Unreachable:
+                return "cannot be reached";
+            case platform::ExchangeEnd::Untrusted:
+                return "has no valid certificate";
+            default:
+                return "does not answer, or not in time";
+        }
+    }
+
     bool receive(std::string_view data) {
         tooLong_ = body_.size() + data.size() > relay_.settings_.bodyLimit;
         late_ = Clock::now() > deadline_;
@@ -116,7 +113,7 @@ class Relay::Exchange {
     }
 
     Relay& relay_;
-    httplib::Client client_;
+    std::unique_ptr<platform::HttpExchange> exchange_;
     Clock::time_point deadline_;
     std::string body_;
     bool stopped_ = false;
@@ -142,11 +139,11 @@ Response Relay::answer(const Request& request) {
 void Relay::stop() {
     std::unique_lock lock(mutex_);
     stopped_ = true;
-    // A client that is still connecting takes no notice; it is told again.
+    // One that is still connecting may take no notice; it is told again.
     constexpr auto kAgain = std::chrono::milliseconds(20);
     while (!underWay_.empty()) {
-        for (httplib::Client* client : underWay_) {
-            client->stop();
+        for (platform::HttpExchange* exchange : underWay_) {
+            exchange->breakOff();
         }
         ended_.wait_for(lock, kAgain);
     }

@@ -11,10 +11,7 @@
 
 #include "host/enterprise_url.h"
 #include "host/http_message.h"
-
-namespace httplib {
-class Client;
-}
+#include "platform/http_exchange.h"
 
 namespace tandril::host {
 
@@ -49,7 +46,7 @@ class Relay {
     std::mutex mutex_;
     std::condition_variable ended_;
     bool stopped_ = false;
-    std::set<httplib::Client*> underWay_;
+    std::set<platform::HttpExchange*> underWay_;
 };
 
 }  // namespace tandril::host

@@ -1,23 +1,16 @@
 #include "host/tokens.h"
 
-#include <sys/random.h>
-
 #include <array>
-#include <cerrno>
 #include <utility>
 
 #include "platform/fault.h"
+#include "platform/random_bytes.h"
 
 namespace tandril::host {
 
 std::string randomToken() {
     std::array<unsigned char, 32> bytes{};
-    // Up to 256 bytes come whole or not at all; only an early start of the machine is interrupted.
-    ssize_t count = -1;
-    do {
-        count = ::getrandom(bytes.data(), bytes.size(), 0);
-    } while (count < 0 && errno == EINTR);
-    if (count != static_cast<ssize_t>(bytes.size())) {
+    if (!platform::fillRandom(bytes)) {
         throw Fault("the system has no random numbers for the access tokens");
     }
     std::string token;

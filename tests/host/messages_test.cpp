@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "host/running_host.h"
 #include "support/recording_shell.h"
 
@@ -32,12 +34,14 @@ TEST(Messages, TheLastTwentyAreKept) {
     EXPECT_EQ(messages.after(0).back().text, "25");
 }
 
-TEST(AnnouncingShell, ShowsAndTells) {
+TEST(AnnouncingShell, TellsThePageAndTheLogAndShowsNothing) {
     RecordingShell shell;
     Messages messages;
-    AnnouncingShell announcing(shell, messages);
+    std::ostringstream log;
+    AnnouncingShell announcing(shell, messages, log);
     announcing.showCritical("Archive", "is missing");
-    EXPECT_EQ(shell.messages, (std::vector<RecordingShell::Message>{{"Archive", "is missing"}}));
+    EXPECT_EQ(log.str(), "Archive: is missing\n");
+    EXPECT_TRUE(shell.messages.empty());
     ASSERT_EQ(messages.after(0).size(), 1U);
     EXPECT_EQ(messages.after(0)[0].title, "Archive");
 }
@@ -45,7 +49,8 @@ TEST(AnnouncingShell, ShowsAndTells) {
 TEST(AnnouncingShell, StartsWhatTheOtherOneStarts) {
     RecordingShell shell;
     Messages messages;
-    AnnouncingShell announcing(shell, messages);
+    std::ostringstream log;
+    AnnouncingShell announcing(shell, messages, log);
     EXPECT_TRUE(announcing.start("C:\\x", "y.exe"));
     shell.startSucceeds = false;
     EXPECT_FALSE(announcing.start("C:\\x", "z.exe"));

@@ -16,7 +16,7 @@ platform::Machine withShell(const platform::Machine& machine, platform::Shell& s
 
 RunningHost::RunningHost(host::HostSettings settings)
     : machine_(platform::openMachine(home_.path())),
-      shell_(machine_->machine().shell, messages_),
+      shell_(machine_->machine().shell, messages_, log_),
       module_(withShell(machine_->machine(), shell_)),
       client_(module_) {
     page_.write("index.html", "<!DOCTYPE html><title>start</title>");
