@@ -51,6 +51,9 @@ def snippet(language):
 def cases(machine, program):
     machine.put("Harbrook.xml", STORE)
     machine.put("FieldMapper.xml", MAPPER)
+    # Of the settings there is only what this makes: another test may have cleared the machine.
+    status, _ = machine.run(program, "call", "Initialize")
+    assert status == 0, "the machine cannot be set up"
     status, orders = machine.run(program, "call", "ListOrders")
     assert status == 0 and "<table" in orders, orders
     yield "JScriptListsOrders", machine.script("orders.js", snippet("js")), (0, orders)
