@@ -1,6 +1,18 @@
 #include "store/key_index.h"
 
+#include <functional>
+#include <utility>
+
 namespace tandril::store {
+namespace {
+
+constexpr std::size_t smallestTable = 16;
+
+std::uint32_t hashOf(std::string_view key) {
+    return static_cast<std::uint32_t>(std::hash<std::string_view>()(key));
+}
+
+}  // namespace
 
 std::string joinedKey(std::initializer_list<std::string_view> parts) {
     std::size_t size = 0;
@@ -16,26 +28,72 @@ std::string joinedKey(std::initializer_list<std::string_view> parts) {
     return key;
 }
 
-void KeyIndex::add(std::string_view key, xml::Node node) {
-    const auto place = static_cast<std::uint32_t>(entries_.size());
-    entries_.push_back({node, none});
-    const auto [found, isNew] = chains_.try_emplace(std::string(key), Chain{place, place});
-    if (!isNew) {
-        entries_[found->second.tail].next = place;
-        found->second.tail = place;
+std::size_t KeyIndex::slot(std::string_view key, std::uint32_t hash) const {
+    const std::size_t mask = table_.size() - 1;
+    std::size_t at = hash & mask;
+    while (table_[at] != none) {
+        const Entry& entry = entries_[table_[at]];
+        if (entry.hash == hash && keyOf(entry) == key) {
+            break;
+        }
+        at = (at + 1) & mask;
+    }
+    return at;
+}
+
+std::uint32_t KeyIndex::head(std::string_view key) const {
+    return table_.empty() ? none : table_[slot(key, hashOf(key))];
+}
+
+void KeyIndex::grow() {
+    std::vector<std::uint32_t> old = std::move(table_);
+    table_.assign(old.empty() ? smallestTable : old.size() * 2, none);
+    const std::size_t mask = table_.size() - 1;
+    for (const std::uint32_t first : old) {
+        if (first != none) {
+            std::size_t at = entries_[first].hash & mask;
+            while (table_[at] != none) {
+                at = (at + 1) & mask;
+            }
+            table_[at] = first;
+        }
     }
 }
 
+void KeyIndex::add(std::string_view key, xml::Node node) {
+    if (chains_ * 2 >= table_.size()) {
+        grow();
+    }
+    const std::uint32_t hash = hashOf(key);
+    const std::size_t at = slot(key, hash);
+    const auto place = static_cast<std::uint32_t>(entries_.size());
+    if (table_[at] == none) {
+        entries_.push_back(
+            {node, keys_.size(), static_cast<std::uint32_t>(key.size()), hash, none, place});
+        keys_ += key;
+        table_[at] = place;
+        ++chains_;
+        return;
+    }
+    Entry& first = entries_[table_[at]];
+    if (!first.node) {
+        first.node = node;
+        return;
+    }
+    entries_[first.tail].next = place;
+    first.tail = place;
+    entries_.push_back({node, first.keyStart, first.keySize, hash, none, place});
+}
+
 xml::Node KeyIndex::first(std::string_view key) const {
-    const auto found = chains_.find(key);
-    return found == chains_.end() ? xml::Node() : entries_[found->second.head].node;
+    const std::uint32_t first = head(key);
+    return first == none ? xml::Node() : entries_[first].node;
 }
 
 std::vector<xml::Node> KeyIndex::all(std::string_view key) const {
     std::vector<xml::Node> nodes;
-    const auto found = chains_.find(key);
-    if (found != chains_.end()) {
-        for (std::uint32_t at = found->second.head; at != none; at = entries_[at].next) {
+    for (std::uint32_t at = head(key); at != none; at = entries_[at].next) {
+        if (entries_[at].node) {
             nodes.push_back(entries_[at].node);
         }
     }
@@ -43,13 +101,9 @@ std::vector<xml::Node> KeyIndex::all(std::string_view key) const {
 }
 
 void KeyIndex::remove(std::string_view key, xml::Node node) {
-    const auto found = chains_.find(key);
-    if (found == chains_.end()) {
-        return;
-    }
-    Chain& chain = found->second;
+    const std::uint32_t first = head(key);
     std::uint32_t before = none;
-    std::uint32_t at = chain.head;
+    std::uint32_t at = first;
     while (at != none && entries_[at].node != node) {
         before = at;
         at = entries_[at].next;
@@ -58,13 +112,16 @@ void KeyIndex::remove(std::string_view key, xml::Node node) {
         return;
     }
     const std::uint32_t next = entries_[at].next;
-    if (before == none && next == none) {
-        chains_.erase(found);
-        return;
-    }
-    (before == none ? chain.head : entries_[before].next) = next;
-    if (next == none) {
-        chain.tail = before;
+    if (before != none) {
+        entries_[before].next = next;
+        if (next == none) {
+            entries_[first].tail = before;
+        }
+    } else if (next == none) {
+        entries_[at].node = xml::Node();
+    } else {
+        entries_[next].tail = entries_[at].tail;
+        table_[slot(key, entries_[at].hash)] = next;
     }
 }
 

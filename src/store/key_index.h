@@ -1,11 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <initializer_list>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "xml/node.h"
@@ -33,23 +32,32 @@ class KeyIndex {
   private:
     static constexpr std::uint32_t none = UINT32_MAX;
 
+    // Elements of one key form a chain; the first of them stands in the table. It stays there
+    // without a node when all of them are removed.
     struct Entry {
         xml::Node node;
+        std::size_t keyStart;
+        std::uint32_t keySize;
+        std::uint32_t hash;
         std::uint32_t next;
-    };
-    struct Chain {
-        std::uint32_t head;
-        std::uint32_t tail;
-    };
-    struct Hash {
-        using is_transparent = void;
-        std::size_t operator()(std::string_view key) const {
-            return std::hash<std::string_view>()(key);
-        }
+        std::uint32_t tail;  // of the chain, in its first entry
     };
 
+    std::string_view keyOf(const Entry& entry) const {
+        return std::string_view(keys_).substr(entry.keyStart, entry.keySize);
+    }
+    // Where the key's chain stands in the table, or would stand. There must be a table.
+    std::size_t slot(std::string_view key, std::uint32_t hash) const;
+    // The first entry of the key's chain, which may be without a node.
+    std::uint32_t head(std::string_view key) const;
+    void grow();
+
+    // Few and large pieces of memory: an index of a large store is read in no order, and each piece
+    // more that a look-up touches is one more wait for the memory.
+    std::string keys_;
     std::vector<Entry> entries_;
-    std::unordered_map<std::string, Chain, Hash, std::equal_to<>> chains_;
+    std::vector<std::uint32_t> table_;  // open addressing; its size is a power of two
+    std::size_t chains_ = 0;
 };
 
 }  // namespace tandril::store

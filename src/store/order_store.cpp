@@ -34,27 +34,24 @@ std::optional<OrderStore> OrderStore::from(std::optional<xml::Document> document
 }
 
 OrderStore::SectionIndex& OrderStore::index(Section section) const {
-    if (!isIndexed_) {
-        buildIndexes();
-        isIndexed_ = true;
+    SectionIndex& index = indexes_[static_cast<std::size_t>(section)];
+    if (!index.isBuilt) {
+        indexBelow(document_.root(), section);
+        index.isBuilt = true;
     }
-    return indexes_[static_cast<std::size_t>(section)];
+    return index;
 }
 
-void OrderStore::buildIndexes() const {
-    indexBelow(document_.root());
-}
-
-void OrderStore::indexBelow(xml::Node parent) const {
+void OrderStore::indexBelow(xml::Node parent, Section wanted) const {
     const auto section = sectionNamed(parent.name());
-    if (section) {
-        indexes_[static_cast<std::size_t>(*section)].elements.push_back(parent);
+    if (section == wanted) {
+        indexes_[static_cast<std::size_t>(wanted)].elements.push_back(parent);
     }
     for (const xml::Node child : xml::elements(parent)) {
-        if (section && isCandidate(*section, child)) {
-            addToIndex(*section, child);
-        } else {
-            indexBelow(child);
+        if (!section || !isCandidate(*section, child)) {
+            indexBelow(child, wanted);
+        } else if (section == wanted) {
+            addToIndex(wanted, child);
         }
     }
 }
@@ -284,7 +281,6 @@ void OrderStore::takeBack() {
     undo_.reset();
     isChanged_ = wasChanged_;
     // What was added since is in the indexes; the next look-up builds them anew.
-    isIndexed_ = false;
     indexes_ = {};
     members_.clear();
 }

@@ -99,16 +99,16 @@ class OrderStore {
   private:
     explicit OrderStore(xml::Document document) : document_(std::move(document)) {}
 
-    // One index of each kind for every section; built together in one walk.
+    // Built when the section is first asked for.
     struct SectionIndex {
+        bool isBuilt = false;
         std::vector<xml::Node> elements;  // all of the section's name, in document order
         KeyIndex byOrder;                 // orders, and groups by their order
         KeyIndex byActivity;              // cost-line groups by order and activity
     };
 
     SectionIndex& index(Section section) const;
-    void buildIndexes() const;
-    void indexBelow(xml::Node parent) const;
+    void indexBelow(xml::Node parent, Section wanted) const;
     void addToIndex(Section section, xml::Node candidate) const;
     void noteAddition(xml::Node added);
     xml::Node insertionParent(Section section);
@@ -117,7 +117,6 @@ class OrderStore {
 
     xml::Document document_;
     bool isChanged_ = false;
-    mutable bool isIndexed_ = false;
     mutable std::array<SectionIndex, allSections.size()> indexes_;
     // The members of groups with many of them, by group.
     mutable std::unordered_map<std::size_t, KeyIndex> members_;

@@ -2,7 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <map>
+#include <random>
 #include <string>
+#include <vector>
 
 #include "support/documents.h"
 #include "xml/node.h"
@@ -55,6 +59,40 @@ TEST_F(KeyIndexTest, RemovingWhatIsNotThereChangesNothing) {
     index_.remove("1", node("b"));
     index_.remove("9", node("a"));
     EXPECT_EQ(names("1"), "acd");
+}
+
+// Against the plainest index there is, over so many keys that the table grows often.
+TEST_F(KeyIndexTest, ManyKeysAreKeptApart) {
+    KeyIndex index;
+    std::map<std::string, std::vector<xml::Node>> expected;
+    const std::vector<xml::Node> nodes{node("a"), node("b"), node("c"), node("d")};
+    std::mt19937 random(20);
+    for (int step = 0; step < 20'000; ++step) {
+        const std::string key = joinedKey({"order", std::to_string(random() % 3000)});
+        std::vector<xml::Node>& chain = expected[key];
+        const xml::Node node = nodes[random() % nodes.size()];
+        const auto found = std::find(chain.begin(), chain.end(), node);
+        if (found == chain.end()) {
+            chain.push_back(node);
+            index.add(key, node);
+        } else {
+            chain.erase(found);
+            index.remove(key, node);
+        }
+    }
+    for (const auto& [key, chain] : expected) {
+        EXPECT_EQ(index.all(key), chain) << key;
+        EXPECT_EQ(index.first(key), chain.empty() ? xml::Node() : chain.front()) << key;
+    }
+}
+
+TEST_F(KeyIndexTest, AnEmptyIndexHasNothing) {
+    KeyIndex index;
+    EXPECT_FALSE(index.first(""));
+    EXPECT_TRUE(index.all("").empty());
+    index.remove("", node("a"));
+    index.add("", node("a"));
+    EXPECT_EQ(index.first(""), node("a"));
 }
 
 }  // namespace
