@@ -86,7 +86,7 @@ void Call::saveCopies() {
     }
     const store::RemovedRecords copies = std::move(*copies_);
     copies_.reset();
-    xml::save(copies.document(), files(), paths::removed, platform::Durability::Durable);
+    xml::save(copies.document(), files(), paths::removed);
 }
 
 const mapper::FieldMapper* Call::mapper() {
@@ -146,20 +146,22 @@ void Call::log(const std::vector<LogLine>& lines) {
 }
 
 // The content that the file is to get; nothing when it is to stay as it is.
-std::optional<std::string> Call::newStore() const {
+std::optional<platform::Content> Call::newStore() const {
     const bool isChanged = hasLoadedStore_ && module_.lastStore && module_.lastStore->isChanged();
-    return isChanged ? std::optional(module_.lastStore->document().bytes()) : std::nullopt;
+    return isChanged ? std::optional(module_.lastStore->document().content()) : std::nullopt;
 }
 
-std::optional<std::string> Call::newReport() {
+std::optional<platform::Content> Call::newReport() {
     if (report_ && report_->isChanged()) {
-        return report_->document().bytes();
+        return report_->document().content();
     }
     if (adoptedText_.empty()) {
         return std::nullopt;
     }
-    std::optional<std::string> encoded = xml::encodedAsDeclared(adoptedText_);
-    return encoded ? std::move(encoded) : std::optional(std::move(adoptedText_));
+    if (std::optional<std::string> encoded = xml::encodedAsDeclared(adoptedText_)) {
+        adoptedText_ = std::move(*encoded);
+    }
+    return platform::Content(adoptedText_);
 }
 
 // Copies come first: no record leaves the store before its copy is safe. What could not be saved
@@ -170,14 +172,12 @@ void Call::save() {
     }
     hasSaved_ = true;
     saveCopies();
-    const std::optional<std::string> store = newStore();
-    const std::optional<std::string> report = newReport();
     std::vector<platform::NewContent> changed;
-    if (store) {
-        changed.push_back({paths::store, *store});
+    if (auto store = newStore()) {
+        changed.push_back({paths::store, std::move(*store)});
     }
-    if (report) {
-        changed.push_back({paths::report, *report});
+    if (auto report = newReport()) {
+        changed.push_back({paths::report, std::move(*report)});
     }
     files().replaceTogether(changed);
 }

@@ -88,8 +88,8 @@ class Call {
     void abandon() noexcept;
 
   private:
-    std::optional<std::string> newStore() const;
-    std::optional<std::string> newReport();
+    std::optional<platform::Content> newStore() const;
+    std::optional<platform::Content> newReport();
     void loadCopies();
 
     Module& module_;

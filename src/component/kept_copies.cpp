@@ -42,9 +42,8 @@ std::vector<std::string> unknownIds(const std::vector<RemovedRecords::Entry>& en
 
 void save(platform::FileSystem& files, const store::OrderStore& store,
           const RemovedRecords& copies) {
-    const std::string storeBytes = store.document().bytes();
-    const std::string copyBytes = copies.document().bytes();
-    const platform::NewContent both[] = {{paths::store, storeBytes}, {paths::removed, copyBytes}};
+    const platform::NewContent both[] = {{paths::store, store.document().content()},
+                                         {paths::removed, copies.document().content()}};
     files.replaceTogether(both);
 }
 

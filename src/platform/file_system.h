@@ -1,8 +1,11 @@
 #pragma once
 
+#include <concepts>
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tandril::platform {
@@ -13,10 +16,31 @@ enum class Durability {
     Durable,  // on the disk, the folder entry included
 };
 
+// All bytes that a file is to hold, given in pieces where they are too many to stand in memory at
+// once.
+class Content {
+  public:
+    using Sink = std::function<void(std::string_view piece)>;
+    // Hands all pieces to the sink, in their order. May be asked again, and says the same then.
+    using Source = std::function<void(const Sink& sink)>;
+
+    explicit Content(Source source) : source_(std::move(source)) {}
+    // Bytes that stay where they are for as long as this object.
+    template <std::convertible_to<std::string_view> Bytes>
+    Content(const Bytes& bytes)
+        : source_([whole = std::string_view(bytes)](const Sink& sink) { sink(whole); }) {}
+    Content(std::string&&) = delete;
+
+    void writeTo(const Sink& sink) const { source_(sink); }
+
+  private:
+    Source source_;
+};
+
 // What a file is to hold.
 struct NewContent {
     std::string_view path;
-    std::string_view bytes;
+    Content content;
 };
 
 // The files of the machine, addressed by the system's own paths ("C:\Vorn Tandril\log.txt",

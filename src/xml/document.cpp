@@ -79,13 +79,13 @@ std::optional<Document> Document::build(std::string text) {
     document.version_ = facts.declaration.version;
     document.encodingName_ = facts.declaration.encoding;
     document.standalone_ = facts.declaration.standalone;
-    document.content_ = std::make_unique<Content>();
-    document.content_->text = std::move(text);
+    document.parsed_ = std::make_unique<Parsed>();
+    document.parsed_->text = std::move(text);
     const unsigned blanks =
         facts.hasInnerMarkup ? pugi::parse_ws_pcdata : pugi::parse_ws_pcdata_single;
-    std::string& buffer = document.content_->text;
-    if (!document.content_->tree.load_buffer_inplace(buffer.data(), buffer.size(),
-                                                     parseFlags | blanks, pugi::encoding_utf8)) {
+    std::string& buffer = document.parsed_->text;
+    if (!document.parsed_->tree.load_buffer_inplace(buffer.data(), buffer.size(),
+                                                    parseFlags | blanks, pugi::encoding_utf8)) {
         return std::nullopt;
     }
     if (facts.hasInnerMarkup) {
@@ -130,8 +130,8 @@ std::string Document::declaration(std::string_view encodingName) const {
 // Most documents are written about as long as they were read.
 std::string Document::serialised(std::string_view encodingName) const {
     std::string out = declaration(encodingName);
-    out.reserve(content_->text.size() + content_->text.size() / 8);
-    for (const Node node : content_->tree.children()) {
+    out.reserve(parsed_->text.size() + parsed_->text.size() / 8);
+    for (const Node node : parsed_->tree.children()) {
         write(out, node);
     }
     return out;
@@ -142,7 +142,31 @@ std::string Document::text() const {
 }
 
 std::string Document::bytes() const {
-    return encodeDocument(serialised(encodingName_), encoding_, hasMark_);
+    std::string whole;
+    content().writeTo([&](std::string_view piece) { whole += piece; });
+    return whole;
+}
+
+void Document::writeUtf8(const platform::Content::Sink& sink) const {
+    std::string piece(hasMark_ ? byteOrderMark : "");
+    piece += declaration(encodingName_);
+    for (const Node node : parsed_->tree.children()) {
+        write(piece, node, [&](std::string& out) {
+            sink(out);
+            out.clear();
+        });
+    }
+    sink(piece);
+}
+
+platform::Content Document::content() const {
+    return platform::Content([this](const platform::Content::Sink& sink) {
+        if (encoding_ == Encoding::Utf8) {
+            writeUtf8(sink);
+        } else {
+            sink(encodeDocument(serialised(encodingName_), encoding_, hasMark_));
+        }
+    });
 }
 
 std::optional<std::string_view> rootName(std::string_view text) {
@@ -161,9 +185,9 @@ std::optional<Document> load(const platform::FileSystem& files, std::string_view
     }
 }
 
-void save(const Document& document, platform::FileSystem& files, std::string_view path,
-          platform::Durability durability) {
-    files.replace(path, document.bytes(), durability);
+void save(const Document& document, platform::FileSystem& files, std::string_view path) {
+    const platform::NewContent file[] = {{path, document.content()}};
+    files.replaceTogether(file);
 }
 
 }  // namespace tandril::xml

@@ -27,7 +27,7 @@ class Document {
     static std::optional<Document> decode(std::string bytes);
 
     // The document element. Never null.
-    Node root() const { return content_->tree.document_element(); }
+    Node root() const { return parsed_->tree.document_element(); }
 
     // The whole document as text. Its declaration, if there is one, names no encoding.
     std::string text() const;
@@ -35,17 +35,19 @@ class Document {
     // The whole document as bytes, in the encoding that it was decoded from. A document that came
     // as a text is written in the encoding that its declaration names.
     std::string bytes() const;
+    // The same in pieces, for a file. Valid as long as the document, which must not change.
+    platform::Content content() const;
 
   private:
     Document() = default;
 
     // The tree's names and values stay where they stand in the text that it was made of.
-    struct Content {
+    struct Parsed {
         std::string text;
         pugi::xml_document tree;
     };
 
-    std::unique_ptr<Content> content_;
+    std::unique_ptr<Parsed> parsed_;
     // The declaration is kept as it was written, apart from the tree.
     std::string version_;
     std::string encodingName_;
@@ -56,6 +58,7 @@ class Document {
     static std::optional<Document> build(std::string text);
     std::string declaration(std::string_view encodingName) const;
     std::string serialised(std::string_view encodingName) const;
+    void writeUtf8(const platform::Content::Sink& sink) const;
 };
 
 // The name of the document element of a text that Document::parse takes; nothing when it takes none
@@ -66,8 +69,8 @@ std::optional<std::string_view> rootName(std::string_view text);
 // document. Throws Fault when an existing file cannot be read.
 std::optional<Document> load(const platform::FileSystem& files, std::string_view path);
 
-// Writes the document to the file, whole and atomically. Throws Fault; the file is as it was then.
-void save(const Document& document, platform::FileSystem& files, std::string_view path,
-          platform::Durability durability);
+// Writes the document to the file, whole, atomically and durably. Throws Fault; the file is as it
+// was then.
+void save(const Document& document, platform::FileSystem& files, std::string_view path);
 
 }  // namespace tandril::xml

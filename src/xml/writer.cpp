@@ -1,9 +1,13 @@
 #include "xml/writer.h"
 
+#include <cstddef>
 #include <string_view>
 
 namespace tandril::xml {
 namespace {
+
+// Fits into the processor's cache, and is long enough for the call that writes it not to count.
+constexpr std::size_t pieceSize = 256 * 1024;
 
 std::string_view textReference(char c) {
     switch (c) {
@@ -121,13 +125,14 @@ Node written(Node node, IsLeftOut& isLeftOut) {
     return node;
 }
 
-template <class IsLeftOut>
-void writeAll(std::string& out, Node node, IsLeftOut isLeftOut) {
+template <class IsLeftOut, class Opened>
+void writeAll(std::string& out, Node node, IsLeftOut isLeftOut, Opened opened) {
     // Without recursion, so that depth costs no stack.
     Node current = node;
     while (true) {
         const Node inner = written(current.first_child(), isLeftOut);
         open(out, current, static_cast<bool>(inner));
+        opened();
         if (inner) {
             current = inner;
             continue;
@@ -144,21 +149,36 @@ void writeAll(std::string& out, Node node, IsLeftOut isLeftOut) {
     }
 }
 
+bool nothingIsLeftOut(Node /*node*/) {
+    return false;
+}
+
 }  // namespace
 
 void write(std::string& out, Node node) {
-    writeAll(out, node, [](Node) { return false; });
+    writeAll(out, node, nothingIsLeftOut, [] {});
+}
+
+void write(std::string& out, Node node, const std::function<void(std::string& out)>& take) {
+    writeAll(out, node, nothingIsLeftOut, [&] {
+        if (out.size() >= pieceSize) {
+            take(out);
+        }
+    });
 }
 
 void write(std::string& out, Node node, std::span<const Node> leftOut) {
     // The walk asks for each node once, in document order.
-    writeAll(out, node, [next = leftOut](Node asked) mutable {
-        if (next.empty() || next.front() != asked) {
-            return false;
-        }
-        next = next.subspan(1);
-        return true;
-    });
+    writeAll(
+        out, node,
+        [next = leftOut](Node asked) mutable {
+            if (next.empty() || next.front() != asked) {
+                return false;
+            }
+            next = next.subspan(1);
+            return true;
+        },
+        [] {});
 }
 
 }  // namespace tandril::xml

@@ -81,6 +81,27 @@ TYPED_TEST(FileSystemTest, ReplacesFilesTogether) {
     this->files().replaceTogether({});
 }
 
+TYPED_TEST(FileSystemTest, AFileIsReplacedPieceByPiece) {
+    const platform::NewContent store[] = {{kStore, platform::Content([](const auto& sink) {
+                                               sink("one ");
+                                               sink("");
+                                               sink("two");
+                                           })}};
+    this->files().replaceTogether(store);
+    EXPECT_EQ(this->files().read(kStore), "one two");
+}
+
+TYPED_TEST(FileSystemTest, AFileStaysWhenItsPiecesEndEarly) {
+    this->write(kStore, "old store");
+    const platform::NewContent store[] = {{kStore, platform::Content([](const auto& sink) {
+                                               sink("new ");
+                                               throw Fault("no more");
+                                           })}};
+    EXPECT_THROW(this->files().replaceTogether(store), Fault);
+    EXPECT_EQ(this->files().read(kStore), "old store");
+    EXPECT_THAT(this->files().fileNames("C:\\Vorn Tandril"), testing::ElementsAre("Harbrook.xml"));
+}
+
 TYPED_TEST(FileSystemTest, ReplacesNoFileWhenOneCannotBe) {
     this->write(kLog, "old log");
     const platform::NewContent both[] = {{kLog, "new log"}, {"C:\\Vorn Tandril\\MasterData", "x"}};

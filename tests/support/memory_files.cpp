@@ -71,7 +71,9 @@ void MemoryFiles::replaceTogether(std::span<const platform::NewContent> files) {
     const std::map<std::string, std::string> before = files_;
     try {
         for (const platform::NewContent& file : files) {
-            replace(file.path, file.bytes, platform::Durability::Durable);
+            std::string bytes;
+            file.content.writeTo([&](std::string_view piece) { bytes += piece; });
+            replace(file.path, bytes, platform::Durability::Durable);
         }
     } catch (const Fault&) {
         files_ = before;

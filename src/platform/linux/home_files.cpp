@@ -76,7 +76,7 @@ void HomeFiles::replace(std::string_view path, std::string_view bytes, Durabilit
 void HomeFiles::replaceTogether(std::span<const NewContent> files) {
     std::vector<Replacement> replacements;
     for (const NewContent& file : files) {
-        replacements.push_back({requirePath("write", file.path), file.path, file.bytes});
+        replacements.push_back({requirePath("write", file.path), file.path, file.content});
     }
     replaceFiles(replacements);
 }

@@ -61,7 +61,7 @@ class Replacing {
         const mode_t kept = permissionsToKeep(folder_.get(), name_, attempt_);
         temporary_.emplace(folder_.get(), name_, 0666, attempt_);
         if (kept != 0 && ::fchmod(temporary_->descriptor(), kept) != 0) attempt_.fail(errno);
-        temporary_->write(file.bytes, durability);
+        temporary_->write(file.content, durability);
     }
 
     void takePlace() { temporary_->renameTo(name_); }

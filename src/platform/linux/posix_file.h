@@ -25,7 +25,7 @@ void replaceFile(const std::string& path, std::string_view shown, std::string_vi
 struct Replacement {
     std::string path;
     std::string_view shown;
-    std::string_view bytes;
+    Content content;
 };
 
 // Replaces files durably (see FileSystem::replaceTogether).

@@ -56,8 +56,10 @@ TemporaryFile::~TemporaryFile() {
     if (!renamed_) ::unlinkat(folder_, name_.c_str(), 0);
 }
 
-void TemporaryFile::write(std::string_view bytes, Durability durability) {
-    if (const int error = writeAll(file_.get(), bytes)) attempt_.fail(error);
+void TemporaryFile::write(const Content& content, Durability durability) {
+    content.writeTo([this](std::string_view piece) {
+        if (const int error = writeAll(file_.get(), piece)) attempt_.fail(error);
+    });
     if (durability == Durability::Durable && ::fsync(file_.get()) != 0) attempt_.fail(errno);
     // Some file systems report a failed write at a close only. A second descriptor can be closed
     // without giving up the lock.

@@ -24,7 +24,7 @@ class TemporaryFile {
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
 
-    void write(std::string_view bytes, Durability durability);
+    void write(const Content& content, Durability durability);
     void renameTo(const std::string& name);
     int descriptor() const { return file_.get(); }
 

@@ -116,7 +116,7 @@ void DriveFiles::replace(std::string_view path, std::string_view bytes, Durabili
 void DriveFiles::replaceTogether(std::span<const NewContent> files) {
     std::vector<Replacement> replacements;
     for (const NewContent& file : files) {
-        replacements.push_back({requirePath("write", file.path), file.path, file.bytes});
+        replacements.push_back({requirePath("write", file.path), file.path, file.content});
     }
     replaceFiles(replacements);
 }

@@ -105,8 +105,10 @@ class TemporaryFile {
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
 
-    void write(std::string_view bytes) {
-        if (const DWORD error = writeAll(file_.get(), bytes)) attempt_.fail(error);
+    void write(const Content& content) {
+        content.writeTo([this](std::string_view piece) {
+            if (const DWORD error = writeAll(file_.get(), piece)) attempt_.fail(error);
+        });
         if (durable_ && !::FlushFileBuffers(file_.get())) attempt_.failWithLastError();
     }
 
@@ -172,7 +174,7 @@ class Replacing {
         : attempt_{"write", file.shown}, path_(file.path) {
         requireReplaceable(path_, attempt_);
         temporary_.emplace(path_, durability, attempt_);
-        temporary_->write(file.bytes);
+        temporary_->write(file.content);
     }
 
     void takePlace() { temporary_->renameTo(path_); }

@@ -22,7 +22,7 @@ void replaceFile(const std::wstring& path, std::string_view shown, std::string_v
 struct Replacement {
     std::wstring path;
     std::string_view shown;
-    std::string_view bytes;
+    Content content;
 };
 
 // Replaces files durably (see FileSystem::replaceTogether).
