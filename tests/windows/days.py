@@ -78,6 +78,26 @@ def first_difference(expected, actual):
     return f"at {at} expected ...{expected[start:at + 80]!r} got ...{actual[start:at + 80]!r}"
 
 
+def files(home, kinds):
+    """What the install folder holds of these kinds of files."""
+    return {
+        path.name: path.read_bytes()
+        for kind in kinds for path in (home / INSTALL).glob(kind) if path.is_file()
+    }
+
+
+def file_difference(expected, actual, kinds=("*",)):
+    """Between the files of two homes, apart from when something happened."""
+    wanted, got = files(expected, kinds), files(actual, kinds)
+    if wanted.keys() != got.keys():
+        return f"expected the files {sorted(wanted)}, got {sorted(got)}"
+    for name, content in wanted.items():
+        texts = [without_stamps(c.decode("latin-1")) for c in (content, got[name])]
+        if texts[0] != texts[1]:
+            return f"{name} " + first_difference(*texts)
+    return None
+
+
 class Batch:
     """A running `tandril batch`."""
 

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Recorded days through tandril.exe: every answer, and every file in the end, must be the one that
-the program of this system gives.
+"""Days through tandril.exe: every answer, and every file in the end, must be the one that the program
+of this system gives.
 
     program_days_test.py MACHINE PROGRAM.EXE PROGRAM SCRATCH
 """
@@ -9,6 +9,7 @@ import pathlib
 import sys
 
 import days
+import sample_day
 
 
 def compared(step, answer):
@@ -28,32 +29,16 @@ def difference(day, expected, actual):
     return None
 
 
-def files(home):
-    return {
-        path.relative_to(home): path.read_bytes()
-        for path in (home / days.INSTALL).iterdir() if path.is_file()
-    }
-
-
-def file_difference(expected, actual):
-    wanted, got = files(expected), files(actual)
-    if wanted.keys() != got.keys():
-        return f"expected the files {sorted(map(str, wanted))}, got {sorted(map(str, got))}"
-    for path, content in wanted.items():
-        texts = [days.without_stamps(c.decode("latin-1")) for c in (content, got[path])]
-        if texts[0] != texts[1]:
-            return f"{path} " + days.first_difference(*texts)
-    return None
-
-
 def main(machine, windows_program, program, scratch):
     cases = days.Cases()
     homes = [pathlib.Path(scratch) / name for name in ("linux", "windows")]
-    for name in sorted(path.stem for path in days.CASES.glob("*.json")):
-        day = days.load(name)
+    recorded = sorted(path.stem for path in days.CASES.glob("*.json"))
+    lived = {name: days.load(name) for name in recorded}
+    lived["sample week"] = sample_day.load()
+    for name, day in lived.items():
         expected = days.answers([program], homes[0], day)
         actual = days.answers([days.WINE, machine, windows_program], homes[1], day)
-        cases.check(name, difference(day, expected, actual) or file_difference(*homes))
+        cases.check(name, difference(day, expected, actual) or days.file_difference(*homes))
     return cases.end()
 
 
