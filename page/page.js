@@ -17,10 +17,13 @@
   var LULL = 600; /* milliseconds without a key before the result of a filter is read out */
   var lull = null;
 
-  /* A place: { element, view: {method, args, title}, state of its list, shown: what render made of it }. */
+  /*
+   * A place: { element, view: {method, args, title}, asked: the view that has yet to come, state of its list, shown: what
+   * render made of it }.
+   */
   function findPlaces() {
     PLACES.forEach(function (name) {
-      places[name] = { name: name, element: document.getElementById(name), view: null, state: {}, shown: null };
+      places[name] = { name: name, element: document.getElementById(name), view: null, asked: null, state: {}, shown: null };
     });
   }
 
@@ -77,8 +80,8 @@
   }
 
   /** The error text of the last call, "" when it had none; both "1" and "" stand for none. */
-  function lastError(done) {
-    call('Get_Error', [], function (result) { done(result === '1' || !result ? '' : result); });
+  function lastError(done, failed) {
+    call('Get_Error', [], function (result) { done(result === '1' || !result ? '' : result); }, failed);
   }
 
   /* ---- showing fragments ---- */
@@ -141,7 +144,7 @@
   }
 
   /** The headings of a list that comes without: what view.headings calls, its last one moved behind the first. */
-  function withHeadings(view, done) {
+  function withHeadings(view, done, failed) {
     if (!view.headings) {
       done([]);
       return;
@@ -150,36 +153,49 @@
       var list = Tandril.panel.read(fragment || '').list;
       var head = list ? list.head : [];
       done(head.length > 1 ? [head[0], head[head.length - 1]].concat(head.slice(1, -1)) : head);
-    });
+    }, failed);
   }
 
   /**
    * Shows what a method returns. view: {method, args, title, subtitle, headings, database, focus, quiet}. A view of the
-   * `database` is called while the data source is open. An empty result shows the component's error text instead; in every place but the list it goes into the message line, unless the view is
-   * quiet, and the place stays as it was.
+   * `database` is called while the data source is open. An empty result shows the component's error text instead; in every
+   * place but the list it goes into the message line, unless the view is quiet, and the place stays as it was. What comes
+   * after the place was cleared or another view was asked for is not shown.
    */
   function show(name, view, done) {
+    var place = places[name];
+    function failed() { arrive(place, view); }
     function ask() {
-      withHeadings(view, function (head) { showWith(name, view, head, done); });
+      withHeadings(view, function (head) { showWith(place, view, head, done); }, failed);
     }
-    if (view.database) { withDatabase(ask); } else { ask(); }
+    place.asked = view;
+    if (view.database) { withDatabase(ask, failed); } else { ask(); }
+  }
+
+  function isWanted(place, view) {
+    return sameView(place.asked || place.view, view);
+  }
+
+  function arrive(place, view) {
+    if (place.asked === view) { place.asked = null; }
   }
 
   /** Runs `ask`, which makes one call, between opening and closing the data source; calls are made in order. */
-  function withDatabase(ask) {
+  function withDatabase(ask, failed) {
     call('OpenDataBase', [], function () {
       ask();
       quietly('CloseDataBase', [], function () {});
-    });
+    }, failed);
   }
 
-  function showWith(name, view, head, done) {
-    var place = places[name];
+  function showWith(place, view, head, done) {
     call(view.method, view.args, function (fragment) {
+      if (!isWanted(place, view)) { return; }
       if (!fragment) {
         showError(place, view);
         return;
       }
+      arrive(place, view);
       if (!sameView(place.view, view)) { place.state = {}; }
       var hadFocus = view.again && place.element.contains(document.activeElement);
       place.view = view;
@@ -188,11 +204,13 @@
       if (view.focus) { focusTitle(place); }
       if (hadFocus && place.shown.list) { place.shown.list.focusActive(); }
       if (done) { done(place.shown); }
-    });
+    }, function () { arrive(place, view); });
   }
 
   function showError(place, view) {
     lastError(function (error) {
+      if (!isWanted(place, view)) { return; }
+      arrive(place, view);
       if (place.name === 'divList') {
         place.view = view;
         place.state = {};
@@ -200,13 +218,17 @@
       } else if (!view.quiet) {
         say(error || text('nothingHere'), error ? 'bad' : 'news');
       }
-    });
+    }, function () { arrive(place, view); });
   }
 
-  /** Makes the call of a place's view again and keeps filter, order, position and focus; then done(shown). */
+  /**
+   * Makes the call of a place's view again and keeps filter, order, position and focus; then done(shown). A view that has
+   * yet to come is called after all calls before it anyway.
+   */
   function refresh(name, done) {
+    var asked = places[name].asked;
     var view = places[name].view;
-    if (!view) { return; }
+    if (!view || asked && !sameView(asked, view)) { return; }
     show(name, {
       method: view.method, args: view.args, title: view.title, subtitle: view.subtitle, headings: view.headings,
       database: view.database, again: true
@@ -217,6 +239,7 @@
     var place = places[name];
     dom.empty(place.element);
     place.view = null;
+    place.asked = null;
     place.shown = null;
   }
 

@@ -13,6 +13,7 @@
   var Tandril = root.Tandril = root.Tandril || {};
 
   var PROGRAM = 'Tandril.Client20';
+  var ABOUT_LAST = 'Get_Error'; /* tells of the call before it, so no other comes between them */
   var client = null;
   var token = '';
   var waiting = [];
@@ -159,7 +160,8 @@
 
     /** Makes one call; `args` holds all arguments in order. */
     call: function (method, args, done) {
-      waiting.push({ method: method, args: args, done: done });
+      var job = { method: method, args: args, done: done };
+      if (method === ABOUT_LAST) { waiting.unshift(job); } else { waiting.push(job); }
       if (!running) { next(); }
     },
 

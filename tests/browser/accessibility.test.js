@@ -5,6 +5,7 @@
 const { test } = require('node:test');
 const assert = require('node:assert/strict');
 const { useBrowser, withPage, called, waitForCall } = require('./support/mock_page');
+const { comesTo, seesFocus, seesText } = require('./support/sees');
 const f = require('./support/fragments');
 
 const LABELS = ['Service Order', 'Activity', 'Description', 'Standard'];
@@ -22,14 +23,12 @@ const browser = useBrowser();
 const withWork = (answers, act, options = {}) => withPage(browser(), {
   ListOrders: 'x', MyActivities: activities(['10', '20', '30']), GetDetails: details, HyperLinkAndZoom: ZOOM, updatexml: '', deleteNode: null, ...answers
 }, options, async (page, host) => {
-  await page.waitForSelector('#divList tr.tablerows');
+  await seesText(page, '#divList .count', '3');
   await act(page, host);
 });
 
 const focused = (page, read) => page.evaluate(`(${read})(document.activeElement)`);
 const focusedText = (page) => focused(page, '(element) => element.textContent.trim()');
-const focusedId = (page) => focused(page, '(element) => element.id');
-const focusArrives = (page, selector) => page.waitForFunction((wanted) => document.activeElement.matches(wanted), selector);
 
 /** Opens activity 20 by keyboard, as the third row of the list. */
 async function openByKeyboard(page) {
@@ -61,7 +60,7 @@ test('TheTabKeyGoesThroughThePageInItsOrderWithAMarkThatIsSeen', () => withWork(
 test('TheFirstTabStopLeadsToTheList', () => withWork({}, async (page) => {
   await page.keyboard.press('Tab');
   await page.keyboard.press('Enter');
-  assert.equal(await focusedId(page), 'divList');
+  await seesFocus(page, '#divList');
 }));
 
 /* [what is pressed, what is open then, what has the focus after Escape] */
@@ -81,7 +80,7 @@ test('AWindowHoldsTheFocusAndGivesItBack', () => withWork({}, async (page) => {
       assert.ok(await focused(page, `(element) => element.closest('${shown}') !== null`), `${shown} ${key}`);
     }
     await page.keyboard.press('Escape');
-    await focusArrives(page, back);
+    await seesFocus(page, back);
   }
 }));
 
@@ -92,8 +91,8 @@ test('ASaveKeepsTheFocusInItsFieldAndTheRow', () => withWork({}, async (page, ho
   await page.keyboard.press('Control+S');
   await page.waitForSelector('#message.good');
   await waitForCall(host, 'GetDetails', 2);
-  await page.waitForFunction(() => document.getElementById('ActivityText').value === '');
-  await focusArrives(page, '#ActivityText');
+  await comesTo(() => page.inputValue('#ActivityText'), '');
+  await seesFocus(page, '#ActivityText');
   assert.match(called(host, 'updatexml')[0][0], /<ActivityText>Done<\/ActivityText>/);
   await page.focus('#divDetails .titles .icon-button');
   await page.keyboard.press('Enter');
@@ -105,7 +104,7 @@ test('ASaveByItsButtonKeepsTheFocusThere', () => withWork({}, async (page) => {
   await page.focus('#btnSave');
   await page.keyboard.press('Enter');
   await page.waitForSelector('#message.good');
-  await focusArrives(page, '#btnSave');
+  await seesFocus(page, '#btnSave');
 }));
 
 test('TheSaveKeyNeedsAFormAndNoWindowOverIt', () => withWork({}, async (page, host) => {
@@ -130,7 +129,7 @@ test('AfterADeletionTheFocusIsOnTheRowInItsPlace', () => {
     await page.keyboard.press('Enter');
     await page.keyboard.press('Tab');
     await page.keyboard.press('Enter');
-    await focusArrives(page, '#divList tr');
+    await seesFocus(page, '#divList tr');
     assert.match(await focusedText(page), /^30Work 30/);
   });
 });
@@ -151,10 +150,10 @@ test('ArrowsLeadToTheLinksOfARowAndBack', () => withWork({}, async (page, host) 
 
 test('ResultsAreReadOut', () => withWork({ updatexml: 'Not today' }, async (page) => {
   const live = (id) => page.$eval(id, (element) => [element.getAttribute('role'), element.getAttribute('aria-live'), element.textContent]);
-  await page.waitForFunction(() => document.getElementById('news').textContent === 'My activities, records: 3');
+  await seesText(page, '#news', 'My activities, records: 3');
   assert.deepEqual((await live('#news')).slice(0, 2), ['status', 'polite']);
   await page.fill('#divList input[type=search]', 'work 3');
-  await page.waitForFunction(() => document.getElementById('news').textContent === 'My activities, records: 1 of 3');
+  await seesText(page, '#news', 'My activities, records: 1 of 3');
   await page.click('#divList tr.tablerows .links');
   await page.click('#btnSave');
   await page.waitForSelector('.complaint:not(:empty)');
@@ -163,22 +162,22 @@ test('ResultsAreReadOut', () => withWork({ updatexml: 'Not today' }, async (page
 
 test('AClosedListLeadsToItsEntryInTheMenu', () => withWork({}, async (page) => {
   await page.click('#divList .titles .icon-button');
-  assert.equal(await focusedText(page), 'My activities');
+  await comesTo(() => focusedText(page), 'My activities');
   assert.equal(await page.$('#menu [aria-current]'), null);
 }));
 
 test('OnASmallScreenTheMenuIsADrawer', () => withWork({}, async (page) => {
-  const isOpen = () => page.getAttribute('#menuToggle', 'aria-expanded');
+  const closes = () => comesTo(() => page.getAttribute('#menuToggle', 'aria-expanded'), 'false');
   await page.focus('#menuToggle');
   await page.keyboard.press('Enter');
-  await page.waitForFunction(() => document.activeElement.textContent === 'My activities');
+  await comesTo(() => focusedText(page), 'My activities');
   await page.keyboard.press('Escape');
-  assert.equal(await focusedId(page), 'menuToggle');
-  assert.equal(await isOpen(), 'false');
+  await seesFocus(page, '#menuToggle');
+  await closes();
   await page.click('#menuToggle');
   await page.mouse.click(500, 700);
-  assert.equal(await isOpen(), 'false');
+  await closes();
   await page.click('#menuToggle');
   await page.click('#menu [data-view=cancelled]');
-  assert.equal(await isOpen(), 'false');
+  await closes();
 }, { viewport: { width: 600, height: 960 } }));

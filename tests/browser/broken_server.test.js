@@ -14,6 +14,7 @@ const os = require('node:os');
 const path = require('node:path');
 const { launch, openPage } = require('./support/browser');
 const { addMasterData, fillHome, startHost } = require('./support/system');
+const { seesText } = require('./support/sees');
 
 const ANSWERS = {
   '/upload': '<UploadReport><File ID="1"/></UploadReport>',
@@ -82,6 +83,7 @@ function startOffice() {
   });
   it.stop = () => { server.closeAllConnections(); server.close(); };
   return new Promise((resolve) => {
+    server.unref();
     server.listen(0, '127.0.0.1', () => {
       it.address = `http://127.0.0.1:${server.address().port}`;
       resolve(it);
@@ -131,7 +133,7 @@ test('NoBrokenAnswerCountsAsAReport', async () => {
     work = work || files();
     assert.deepEqual(files(), work, name);
     assert.equal(upload().state, 'sent', name);
-    await page.waitForFunction(() => /no answer yet/.test(document.getElementById('syncState').textContent));
+    await seesText(page, '#syncState', /no answer yet/);
   }
   assert.match(office.received[0], /State="[NM]"/);
   assert.deepEqual(office.received, Object.keys(FAULTS).map(() => office.received[0]));

@@ -8,6 +8,7 @@ const fs = require('node:fs');
 const path = require('node:path');
 const { launch } = require('./support/browser');
 const { startCom } = require('./support/com');
+const { comesTo, seesText } = require('./support/sees');
 
 let browser;
 let com;
@@ -33,7 +34,7 @@ const store = () => fs.readFileSync(path.join(com.home, 'Vorn Tandril', 'Harbroo
 const journal = (window = page) => window.evaluate(() => (JSON.parse(localStorage.getItem('tandril.journal')) || {}).content || {});
 const said = (step, window = page) => window.textContent(`[data-step=${step}] .said`);
 const close = (window = page) => window.click('.shade .bar button');
-const waits = (words) => page.waitForFunction((expected) => document.getElementById('syncState').textContent.includes(expected), words);
+const waits = (words) => seesText(page, '#syncState', words);
 
 async function ended(window = page) {
   await window.waitForSelector('[data-result]');
@@ -65,7 +66,7 @@ test('TheDaysWorkIsSentAndNewWorkIsFetched', async () => {
   const order = ['CreateXMLStringForUpdate', 'DownloadErrors', 'DownloadXml', 'Synchronize_MasterData'];
   assert.deepEqual(com.calls.filter((method) => order.includes(method)), order);
   await close();
-  await waits('Synchronised just now');
+  await waits(/Synchronised just now/);
   const kept = await journal();
   assert.equal(kept.upload, undefined);
   assert.ok(Date.now() - kept.lastSync < 60000);
@@ -78,12 +79,12 @@ test('TheSameBytesGoOutAgainAfterALostConnectionAndFromANewWindow', async () => 
   assert.deepEqual(await synchronise(), ['failed', 'waiting', 'waiting', 'waiting']);
   assert.match(await said('send'), /connection was lost\. Your changes are kept here/);
   await close();
-  await waits('no answer yet');
+  await waits(/no answer yet/);
   assert.deepEqual([(await journal()).upload.state, (await journal()).upload.text], ['sent', com.uploads[0]]);
   const before = store();
   await page.close();
   page = await com.open(context);
-  await waits('no answer yet');
+  await waits(/no answer yet/);
   assert.deepEqual(await synchronise(), ['failed', 'waiting', 'waiting', 'waiting']);
   assert.equal(store(), before);
   delete com.faults.upload;
@@ -138,12 +139,14 @@ test('OneWindowAtATime', async () => {
   const arrived = new Promise((resolve) => { com.faults.orders = resolve; });
   await page.click('#sync');
   await arrived;
+  await comesTo(() => second.evaluate(() => window.Tandril.journal.isElsewhere()), true);
   assert.equal((await synchronise(second))[0], 'failed');
   assert.match(await said('send', second), /Another window/);
   await close();
   await ended();
   await close();
   await close(second);
+  await comesTo(() => second.evaluate(() => window.Tandril.journal.isElsewhere()), false);
   delete com.faults.orders;
   assert.deepEqual((await synchronise(second)).slice(2), ['done', 'done']);
   await second.close();

@@ -10,6 +10,7 @@ const os = require('node:os');
 const path = require('node:path');
 const { launch, openPage } = require('./support/browser');
 const { fillHome, startHost } = require('./support/system');
+const { eventually, seesText } = require('./support/sees');
 
 const ORDERS = '<harbrook><ccsocservcordr/></harbrook>';
 
@@ -44,6 +45,7 @@ function startOffice() {
   });
   it.stop = () => { server.closeAllConnections(); server.close(); };
   return new Promise((resolve) => {
+    server.unref();
     server.listen(0, '127.0.0.1', () => {
       it.address = `http://127.0.0.1:${server.address().port}`;
       resolve(it);
@@ -53,19 +55,12 @@ function startOffice() {
 
 const journal = () => JSON.parse(fs.readFileSync(path.join(home, 'Vorn Tandril', 'PageJournal.json'), 'utf8')).content;
 
-async function until(condition) {
-  for (let tries = 0; !condition(); tries++) {
-    assert.ok(tries < 1000, 'it did not come to it');
-    await new Promise((resolve) => { setTimeout(resolve, 10); });
-  }
-}
-
 test('AKilledHostSendsTheSameBytesAgain', async () => {
   const first = await startHost(home, office.address);
   const page = await openPage(browser, first.address);
   await page.waitForSelector('#divList tr.tablerows');
   await page.click('#sync');
-  await until(() => office.received.length > 0);
+  await eventually(() => assert.ok(office.received.length > 0));
   assert.equal(journal().upload.state, 'sent');
   assert.equal(journal().upload.text, office.received[0]);
   await first.kill();
@@ -75,7 +70,7 @@ test('AKilledHostSendsTheSameBytesAgain', async () => {
   office.isWell = true;
   const second = await startHost(home, office.address);
   const again = await openPage(browser, second.address);
-  await again.waitForFunction(() => /no answer yet/.test(document.getElementById('syncState').textContent));
+  await seesText(again, '#syncState', /no answer yet/);
   await again.click('#sync');
   await again.waitForSelector('[data-result]');
   assert.deepEqual(await again.$$eval('.steps li', (steps) => steps.map((step) => step.getAttribute('data-state'))), ['done', 'done', 'done', 'skipped']);

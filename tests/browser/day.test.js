@@ -8,7 +8,7 @@ const fs = require('node:fs');
 const path = require('node:path');
 const { launch, openPage } = require('./support/browser');
 const { startSystem } = require('./support/system');
-const { seesText, seesView } = require('./support/sees');
+const { comesTo, seesText, seesView } = require('./support/sees');
 
 let browser;
 let system;
@@ -103,7 +103,7 @@ test('ARefusedRecordIsCorrectedAndSentAgain', async () => {
   await page.click('#divList tr.tablerows:has-text("FLT-3OO")');
   await page.fill('#divDetails [data-field=Item]', 'FLT-300');
   await save();
-  await page.waitForFunction((rows) => document.querySelectorAll('#divList tr.tablerows').length === rows - 1, count);
+  await comesTo(refused, count - 1);
   await seesText(page, '#syncState', /changes waiting: 1/);
   const steps = await synchronise();
   assert.match(steps[1][1], /\d+ accepted, 0 refused/);

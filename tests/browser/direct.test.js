@@ -4,8 +4,9 @@
 
 const { test, before, after } = require('node:test');
 const assert = require('node:assert/strict');
-const { launch } = require('./support/browser');
+const { PATIENCE, launch } = require('./support/browser');
 const { startMockHost } = require('./support/mock_host');
+const { seesText } = require('./support/sees');
 const f = require('./support/fragments');
 
 const LIST = f.myActivities('My activities', ['Order', 'Activity'], [{ order: 'A1', activities: [{ number: '10', cells: [] }] }]);
@@ -42,6 +43,7 @@ after(async () => {
 
 async function openDirect(answers) {
   const context = await browser.newContext({ locale: 'en-GB' });
+  context.setDefaultTimeout(PATIENCE);
   const page = await context.newPage();
   await page.addInitScript(standIn, {
     Initialize: '', FMapperXMLExists: true, ListOrders: 'x', MyActivities: LIST, GetVariable: 'Online', ShowErrorPool: '', GetMailContent: null,
@@ -70,6 +72,6 @@ test('TheObjectAnswersInsteadOfTheHost', async () => {
 test('AFaultOfTheObjectIsShown', async () => {
   const page = await openDirect({ MyActivities: 'FAULT' });
   await page.waitForSelector('#message.bad');
-  assert.match(await page.textContent('#message'), /MyActivities ended in a fault: the log cannot be written/);
+  await seesText(page, '#message', /MyActivities ended in a fault: the log cannot be written/);
   await page.context().close();
 });

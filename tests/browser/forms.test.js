@@ -3,6 +3,7 @@
 const { test } = require('node:test');
 const assert = require('node:assert/strict');
 const { useBrowser, withPage, called, waitForCall } = require('./support/mock_page');
+const { comesTo, seesAnswers, seesCount } = require('./support/sees');
 const f = require('./support/fragments');
 
 const LIST = f.myActivities('My activities', ['Order', 'Activity'], [{ order: 'A1', activities: [{ number: '10', cells: [] }] }]);
@@ -49,6 +50,7 @@ test('ADateThatDoesNotReadIsNotSent', () => withForm({}, async (page, host) => {
     await page.click('#btnSave');
     await page.waitForSelector('#PlannedStartTime[aria-invalid="true"]');
   }
+  await seesAnswers(page);
   assert.match(await page.textContent('#PlannedStartTime-problem'), /mm\/dd\/yyyy/);
   assert.equal(await page.evaluate(() => document.activeElement.id), 'PlannedStartTime');
   assert.deepEqual(called(host, 'updatexml'), []);
@@ -66,6 +68,7 @@ test('ARefusedSaveKeepsTheInput', () => withForm({ updatexml: 'Description must 
 test('DeleteAsksFirst', () => withForm({ deleteNode: null }, async (page, host) => {
   await page.click('#btnDelete');
   await page.click('.question button:not(.danger)');
+  await seesAnswers(page);
   assert.deepEqual(called(host, 'deleteNode'), []);
   await page.click('#btnDelete');
   await page.click('.question .danger');
@@ -141,7 +144,8 @@ test('WhereNothingCanBeKeptTheBrowserAsks', () => withForm({}, async (page) => {
 
 test('ASecondPressSavesOnce', () => withForm({ updatexml: () => new Promise((resolve) => { setTimeout(resolve, 300, ''); }) }, async (page, host) => {
   await page.$eval('#btnSave', (button) => { button.click(); button.click(); });
-  await page.waitForSelector('#message.good');
+  await waitForCall(host, 'GetDetails', 2);
+  await seesAnswers(page);
   assert.equal(called(host, 'updatexml').length, 1);
 }));
 
@@ -150,9 +154,9 @@ test('TheOptionsOfANewMaterialLineAreNoInputThatCouldBeLost', () => withForm({
   CreateOrderDropDown: '<OPTION value=A1 >A1<OPTION value=A2 >A2'
 }, async (page) => {
   await page.click('[data-view=newMaterial]');
-  await page.waitForFunction(() => document.querySelector('[data-field=dropOrder]')?.value === 'A1');
+  await comesTo(() => page.inputValue('[data-field=dropOrder]'), 'A1');
   await page.click('#divDetails [aria-label=Close]');
-  await page.waitForFunction(() => !document.querySelector('#divDetails .form'));
+  await seesCount(page, '#divDetails .form', 0);
   assert.equal(await page.$('.question'), null);
 }));
 

@@ -6,6 +6,7 @@ const { test, before, after } = require('node:test');
 const assert = require('node:assert/strict');
 const { launch, openPage } = require('./support/browser');
 const { startMockHost } = require('./support/mock_host');
+const { comesTo, eventually, seesText } = require('./support/sees');
 
 const UPLOAD = '<harbrook><ccsocservcordr><record ServiceOrder="A1" State="M"><F>ü</F></record></ccsocservcordr></harbrook>';
 const REPORT = '<Report><File ID="1"><Entry Status="Completed" Order="A1"/></File></Report>';
@@ -62,25 +63,24 @@ async function synchronise(page) {
 
 const upload = (host) => host.journal.content && host.journal.content.upload;
 
-async function until(condition) {
-  for (let tries = 0; !condition(); tries++) {
-    assert.ok(tries < 500, 'it did not come to it');
-    await later(10);
-  }
-}
+const until = (condition) => eventually(() => assert.ok(condition(), 'it did not come to it'));
+const isCalled = (host, method) => host.calls.some((call) => call.method === method);
 
-/* Where the page ends: what hangs there, what the journal says then, and how often the bytes reach the server in all. */
+/* Where the page ends: what hangs there, the last call, what the journal says then, how often the bytes reach the server. */
 const CRASHES = {
-  beforeTheChangesAreAskedFor: { hang: ({ answers }) => { answers.CreateXMLStringForUpdate = never; }, state: 'preparing', posts: 1 },
+  beforeTheChangesAreAskedFor: {
+    hang: ({ answers }) => { answers.CreateXMLStringForUpdate = never; }, asked: 'CreateXMLStringForUpdate', state: 'preparing', posts: 1
+  },
   beforeTheChangesArrive: {
-    hang: ({ answers, store }) => { answers.CreateXMLStringForUpdate = () => { store.state = 'MU'; return never(); }; }, state: 'preparing', posts: 1
+    hang: ({ answers, store }) => { answers.CreateXMLStringForUpdate = () => { store.state = 'MU'; return never(); }; },
+    asked: 'CreateXMLStringForUpdate', state: 'preparing', posts: 1
   },
   beforeTheFirstByte: { hang: ({ host }) => { host.hangAfter = 'prepared'; }, state: 'prepared', posts: 1 },
   whileTheBytesAreUnderWay: { hang: ({ enterprise }) => { enterprise.upload = 'hang'; }, state: 'sent', posts: 2 },
-  beforeTheAnswerIsStored: { hang: ({ answers }) => { answers.DownloadErrors = never; }, state: 'answered', posts: 1 }
+  beforeTheAnswerIsStored: { hang: ({ answers }) => { answers.DownloadErrors = never; }, asked: 'DownloadErrors', state: 'answered', posts: 1 }
 };
 
-for (const [name, { hang, state, posts }] of Object.entries(CRASHES)) {
+for (const [name, { hang, asked, state, posts }] of Object.entries(CRASHES)) {
   test(`NothingIsLostOrSentTwice_${name}`, async () => {
     const { store, answers } = component();
     const healthy = { ...answers };
@@ -91,7 +91,7 @@ for (const [name, { hang, state, posts }] of Object.entries(CRASHES)) {
     hang({ answers: host.answers, enterprise, store, host });
     if (enterprise.upload === 'hang') { enterprise.upload = (body) => { received.push(body); return 'hang'; }; }
     await first.click('#sync');
-    await until(() => upload(host) && upload(host).state === state && (state !== 'sent' || received.length));
+    await until(() => upload(host) && upload(host).state === state && (state !== 'sent' || received.length) && (!asked || isCalled(host, asked)));
     await first.context().close();
 
     Object.assign(host.answers, healthy);
@@ -134,14 +134,13 @@ for (const [name, edit, words] of [['AConfirmedRecordWaitsNoMore', () => {}, /no
     host.answers.DownloadErrors = () => { store.state = 'N'; return ''; };
     const page = await open(host);
     assert.deepEqual(await synchronise(page), ['done', 'done', 'done', 'done']);
-    await page.waitForFunction(() => /just now/.test(document.getElementById('syncState').textContent));
-    assert.match(await page.textContent('#syncState'), words);
+    await seesText(page, '#syncState', /just now/, words);
     await page.context().close();
   });
 }
 
 const ago = (minutes) => Date.now() - minutes * 60000;
-const header = (page, words) => page.waitForFunction((expected) => document.getElementById('syncState').textContent === expected, words);
+const header = (page, words) => seesText(page, '#syncState', words);
 
 /* What the journal says, and the header's words for it. */
 const HEADERS = {
@@ -185,8 +184,7 @@ for (const [name, entry, words] of [['LeavesOut', '', / \u00b7 sent, but not ans
       { ...SERVER, upload: report });
     const page = await open(host);
     await synchronise(page);
-    await page.waitForFunction(() => /just now/.test(document.getElementById('syncState').textContent));
-    assert.match(await page.textContent('#syncState'), words);
+    await seesText(page, '#syncState', /just now/, words);
     assert.equal(store.state, 'MU');
     await page.context().close();
   });
@@ -206,8 +204,13 @@ test('TheTimeOfTheFirstChangeIsKeptUntilItIsSent', async () => {
   await until(() => host.journal.content);
   const since = host.journal.content.waitingSince;
   assert.ok(since >= before && since <= Date.now());
-  await page.evaluate(() => Tandril.status.update());
   await header(page, 'Never synchronised \u00b7 changes waiting: 1');
+  const counts = () => host.calls.filter((call) => call.method === 'GetMailContent').length;
+  const counted = counts();
+  await page.evaluate(() => Tandril.status.update());
+  await until(() => counts() === counted + 2);
+  await header(page, 'Never synchronised \u00b7 changes waiting: 1');
+  await page.evaluate(() => new Promise((done) => { Tandril.journal.load(done); }));
   assert.equal(host.journal.content.waitingSince, since);
   await synchronise(page);
   await header(page, 'Synchronised just now \u00b7 nothing waits');
@@ -248,8 +251,7 @@ test('WhatTheBrowserKeptIsBroughtOver', async () => {
     localStorage.setItem('tandril.confirmed', '{"k":1}');
   }, old);
   await page.goto(host.address);
-  await page.waitForFunction(() => /no answer yet/.test(document.getElementById('syncState').textContent));
-  assert.match(await page.textContent('#syncState'), /3 h ago/);
+  await seesText(page, '#syncState', /no answer yet/, /3 h ago/);
   assert.deepEqual(upload(host), old);
   assert.deepEqual(host.journal.content.confirmed, { k: 1 });
   assert.deepEqual(await page.evaluate(() => Object.keys(localStorage)), []);
@@ -262,7 +264,7 @@ test('WhatTheBrowserKeptStaysThereWhileTheHostCannotKeepIt', async () => {
   const page = await openPage(browser, host.address + 'favicon.svg');
   await page.evaluate((text) => localStorage.setItem('tandril.upload', JSON.stringify({ state: 'sent', text, time: 5 })), UPLOAD);
   await page.goto(host.address);
-  await page.waitForFunction(() => /no answer yet/.test(document.getElementById('syncState').textContent));
+  await seesText(page, '#syncState', /no answer yet/);
   assert.deepEqual(await page.evaluate(() => Object.keys(localStorage)), ['tandril.upload']);
   await page.context().close();
 });
@@ -271,8 +273,7 @@ test('ADamagedJournalIsSaid', async () => {
   const host = await startHost(component().answers, SERVER);
   host.journal = { revision: 0, content: null, damaged: true };
   const page = await openPage(browser, host.address);
-  await page.waitForSelector('#message.bad');
-  assert.match(await page.textContent('#message'), /was put aside/);
+  await seesText(page, '#message.bad', /was put aside/);
   await page.context().close();
 });
 
@@ -292,6 +293,7 @@ test('AnUploadThatAnotherWindowBeganStopsThisOne', async () => {
   const { answers } = component();
   const host = await startHost(answers, SERVER);
   const page = await open(host);
+  await until(() => host.journal.content); /* that something waits is written */
   host.beforeWrite = () => {
     host.beforeWrite = undefined;
     host.journal = { revision: 9, content: { upload: { state: 'sent', text: UPLOAD, time: 1 } } };
@@ -299,7 +301,7 @@ test('AnUploadThatAnotherWindowBeganStopsThisOne', async () => {
   assert.equal((await synchronise(page))[0], 'failed');
   assert.match(await page.textContent('[data-step=send]'), /Another window/);
   assert.deepEqual(host.fetched, []);
-  assert.equal(host.calls.some((call) => call.method === 'CreateXMLStringForUpdate'), false);
+  assert.equal(isCalled(host, 'CreateXMLStringForUpdate'), false);
   await page.context().close();
 });
 
@@ -309,13 +311,15 @@ test('ASecondWindowShowsWhatTheFirstOneLeft', async () => {
   const first = await open(host);
   const second = await first.context().newPage();
   await second.goto(host.address);
-  await second.waitForFunction(() => /Never/.test(document.getElementById('syncState').textContent));
+  await seesText(second, '#syncState', /Never/);
   assert.equal((await synchronise(first))[0], 'failed');
   await second.evaluate(() => window.Tandril.status.update());
-  await second.waitForFunction(() => /no answer yet/.test(document.getElementById('syncState').textContent));
+  await seesText(second, '#syncState', /no answer yet/);
+  await comesTo(() => second.evaluate(() => window.Tandril.journal.isElsewhere()), false);
   host.enterprise.upload = REPORT;
   assert.deepEqual(await synchronise(second), ['done', 'done', 'done', 'done']);
   await first.click('.shade .bar button');
+  await comesTo(() => first.evaluate(() => window.Tandril.journal.isElsewhere()), false);
   assert.equal((await synchronise(first))[0], 'done');
   assert.equal(host.fetched.filter((path) => path === '/enterprise/upload').length, 2);
   await first.context().close();

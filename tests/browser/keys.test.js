@@ -6,6 +6,7 @@ const { test, before, after } = require('node:test');
 const assert = require('node:assert/strict');
 const { launch, openPage } = require('./support/browser');
 const { startSystem } = require('./support/system');
+const { comesTo, seesView } = require('./support/sees');
 
 const escaped = (text) => text.replace(/&/g, '&amp;').replace(/</g, '&lt;').replace(/>/g, '&gt;').replace(/"/g, '&quot;');
 
@@ -33,7 +34,6 @@ before(async () => {
   browser = await launch();
   system = await startSystem({ filled: true, orders: orders() });
   page = await openPage(browser, system.address);
-  page.setDefaultTimeout(10000);
   await page.waitForSelector('#divList tr.tablerows');
   await page.evaluate(() => {
     const call = window.Tandril.transport.call;
@@ -72,13 +72,13 @@ const rowCalls = () => page.evaluate(() => window.Tandril.page.place('divList').
 
 test('EveryRowOfTheActivitiesOpensItsRecord', async () => {
   const expected = KEYS.flatMap(([order, activity]) => [['1', order, '', '', '2'], ['2', order, activity, '', '2']]);
-  assert.deepEqual(await rowCalls(), expected);
+  await comesTo(rowCalls, expected);
 });
 
 test('EveryRowOfTheCostLinesOpensItsRecord', async () => {
   await page.evaluate(() => window.Tandril.page.show('divList', { method: 'ViewCostLines_W', args: ['Material'], title: '' }));
-  await page.waitForFunction((count) => document.querySelectorAll('#divList tbody tr').length === count, 3 * KEYS.length);
-  assert.deepEqual(await rowCalls(), KEYS.flatMap(([order, activity, line]) =>
+  await seesView(page, 'divList', 'ViewCostLines_W');
+  await comesTo(rowCalls, KEYS.flatMap(([order, activity, line]) =>
     [['1', order, '', '', '2'], ['2', order, activity, '', '2'], ['3', order, activity, line, '2']]));
 });
 

@@ -50,7 +50,6 @@ for (const language of ['de', 'nl']) {
   test(`NoWordIsLeftUntranslated ${language}`, async () => {
     const system = await startSystem({ filled: true, masterData: 'chosen', language });
     const page = await openPage(browser(), system.address, { locale: language + '-' + language.toUpperCase() });
-    page.setDefaultTimeout(30000);
     const english = englishOnly(language);
     const left = {};
     let count = 0;

@@ -8,6 +8,7 @@ const fs = require('node:fs');
 const path = require('node:path');
 const { launch, openPage } = require('./support/browser');
 const { startSystem } = require('./support/system');
+const { comesTo, eventually, seesAnswers, seesCount, seesText } = require('./support/sees');
 
 let browser;
 let system;
@@ -29,19 +30,22 @@ const said = () => page.textContent('.settings .said');
 async function choose(name) {
   await page.fill('#database', name);
   await page.keyboard.press('Enter');
-  await page.waitForFunction((wanted) => document.querySelector('.settings .said').textContent.includes(`"${wanted}"`), name.replace(/\.mdb$/, ''));
-  return said();
+  return eventually(async () => {
+    const words = await said();
+    assert.ok(words.includes(`"${name.replace(/\.mdb$/, '')}"`), words);
+    return words;
+  });
 }
 
 test('ADatabaseIsChosenInTheSettings', async () => {
   await page.click('#settings');
-  await page.waitForFunction(() => document.getElementById('currentDatabase').textContent === 'none');
+  await seesText(page, '#currentDatabase', 'none');
   await page.fill('#database', '../other');
   await page.keyboard.press('Enter');
-  assert.match(await page.textContent('.settings .said.bad'), /name of a file/);
+  await seesText(page, '.settings .said.bad', /name of a file/);
   assert.match(await choose('other'), /no such database/);
   assert.match(await choose('tandril.mdb'), /now comes from "tandril"/);
-  assert.equal(await page.textContent('#currentDatabase'), 'tandril');
+  await seesText(page, '#currentDatabase', 'tandril');
   const registry = fs.readFileSync(path.join(system.home, 'registry.reg'), 'utf8');
   assert.match(registry, /"Currentmdb"="tandril"/);
   assert.match(registry, /"DBQ"="C:\\\\Vorn Tandril\\\\MasterData\\\\tandril\.mdb"/);
@@ -52,16 +56,16 @@ test('AnArchiveIsAskedToUnpackItself', async () => {
   fs.writeFileSync(archive, '#!/bin/sh\nexit 0\n', { mode: 0o755 });
   await page.fill('#archive', 'delivery.exe');
   await page.click('.settings .line:has(#archive) button');
-  await page.waitForFunction(() => document.querySelector('.settings .said').textContent.startsWith('"delivery" was started'));
+  await seesText(page, '.settings .said', /^"delivery" was started/);
   assert.equal(await page.$('.settings .said.bad'), null);
-  assert.equal(system.host.log().split('/client20/ExplodeZip 200').length, 2);
+  await comesTo(() => system.host.log().split('/client20/ExplodeZip 200').length, 2);
 });
 
 test('AnArchiveThatIsMissingIsSaid', async () => {
   await page.fill('#archive', 'update-47');
   await page.keyboard.press('Enter');
   await page.waitForSelector('.settings .said.bad');
-  assert.match(await said(), /update-47\.exe/);
+  await seesText(page, '.settings .said', /update-47\.exe/);
   await page.keyboard.press('Escape');
   assert.equal(await page.evaluate(() => document.activeElement.id), 'settings');
 });
@@ -72,7 +76,7 @@ test('TheObjectsOfTheConfigurationAreOfferedAndTaken', async () => {
   await page.click('#divList tr.tablerows:has-text("Find the burner fault") span.links');
   await page.click('.field:has([data-field=Object]) .zoom');
   await page.waitForSelector('#divZoomHype tr.tablerows');
-  assert.deepEqual(await rows(), [['C-300', 'OB-301', '1', 'Burner'], ['C-300', 'OB-302', '2', 'Feed pump']]);
+  await comesTo(rows, [['C-300', 'OB-301', '1', 'Burner'], ['C-300', 'OB-302', '2', 'Feed pump']]);
   await page.click('#divZoomHype tr.tablerows:nth-child(2)');
   assert.equal(await page.$('#divZoomHype .panel'), null);
   assert.equal(await page.inputValue('#divDetails [data-field=Object]'), 'OB-302');
@@ -82,17 +86,16 @@ test('TheObjectsOfTheConfigurationAreOfferedAndTaken', async () => {
 test('TheFilterOfAWindowNarrowsIt', async () => {
   await page.click('.field:has([data-field=Configuration]) .zoom');
   await page.waitForSelector('#divZoomHype tr.tablerows');
-  const all = (await rows()).length;
+  await eventually(async () => assert.ok((await rows()).length > 1));
   await page.fill('#divZoomHype input[type=search]', 'C-100');
-  assert.deepEqual((await rows()).map(([code]) => code), ['C-100']);
-  assert.ok(all > 1);
+  await comesTo(async () => (await rows()).map(([code]) => code), ['C-100']);
   await page.keyboard.press('Escape');
 });
 
 test('ALinkShowsOneRecord', async () => {
   await page.click('#divList button.link:has-text("PM01")');
   await page.waitForSelector('#divZoomHype dl');
-  assert.match(await page.textContent('#divZoomHype dl'), /PM01/);
+  await seesText(page, '#divZoomHype dl', /PM01/);
   await page.keyboard.press('Escape');
 });
 
@@ -104,7 +107,7 @@ test('ANewActivityOffersTheObjectsOfItsOrder', async () => {
   await page.waitForSelector('#divDetails [data-form^="activity_100202"]');
   await page.click('.field:has([data-field=Object]) .zoom');
   await page.waitForSelector('#divZoomHype tr.tablerows');
-  assert.deepEqual([...new Set((await rows()).map(([configuration]) => configuration))], ['C-100']);
+  await comesTo(async () => [...new Set((await rows()).map(([configuration]) => configuration))], ['C-100']);
   await page.keyboard.press('Escape');
 });
 
@@ -112,7 +115,7 @@ test('TheTablesAreListed', async () => {
   await page.click('#groupMasterData');
   await page.click('#menu [data-view=PROB]');
   await page.waitForSelector('#divList h2:has-text("Problems")');
-  assert.equal((await page.$$('#divList tbody tr')).length, 6);
+  await seesCount(page, '#divList tbody tr', 6);
   assert.equal((await page.$$('#menu [data-view=CROB]')).length, 1);
 });
 
@@ -120,8 +123,9 @@ test('AListedTableIsListedAgainAfterAChange', async () => {
   const listed = () => system.host.log().split('/client20/MasterData 200').length;
   const before = listed();
   await page.evaluate(() => window.Tandril.refreshLists());
-  await page.waitForFunction(() => document.getElementById('busy').hidden && document.querySelectorAll('#divList tbody tr').length === 6);
-  while (listed() === before) { await page.waitForTimeout(20); }
+  await comesTo(() => listed() - before, 1);
+  await seesAnswers(page);
+  await seesCount(page, '#divList tbody tr', 6);
   assert.equal(await page.textContent('#message'), '');
 });
 

@@ -6,6 +6,7 @@ const { test, before, after } = require('node:test');
 const assert = require('node:assert/strict');
 const { launch, openPage } = require('./support/browser');
 const { startMockHost } = require('./support/mock_host');
+const { comesTo, seesText } = require('./support/sees');
 const f = require('./support/fragments');
 
 const GROUPS = Array.from({ length: 400 }, (_, i) => ({
@@ -26,7 +27,7 @@ before(async () => {
   browser = await launch();
   host = await startMockHost(ANSWERS);
   page = await openPage(browser, host.address, { colorScheme: 'dark' });
-  await page.waitForFunction(() => document.querySelector('#divList .count')?.textContent === '400');
+  await seesText(page, '#divList .count', '400');
   await page.click('#divList tr.tablerows');
   await page.waitForSelector('#divDetails .form');
 });
@@ -47,7 +48,7 @@ test('APrintedListHasAllItsRows', async () => {
   assert.equal(await page.evaluate(() => window.printed), 800);
   const pages = pdf.match(/\/Type\s*\/Page\b/g).length;
   assert.ok(pages >= 8, `${pages} pages`);
-  assert.equal(await rows(), shown);
+  await comesTo(rows, shown);
 });
 
 test('PaperShowsNothingToPress', async () => {

@@ -8,6 +8,7 @@ const fs = require('node:fs');
 const path = require('node:path');
 const { launch, openPage } = require('./support/browser');
 const { startSystem } = require('./support/system');
+const { comesTo, seesAnswers } = require('./support/sees');
 
 let browser;
 let system;
@@ -41,7 +42,6 @@ async function openRefused(words, kind = '') {
 
 test('TheServersWordsStandAboveTheRecord', async () => {
   await synchronise();
-  await page.waitForFunction(() => document.querySelector('#errorPool button'));
   await openRefused('FLT-3OO');
   assert.match(await page.textContent('#divDetails .refusal li'), /FLT-3OO/);
   assert.equal(await page.inputValue('#divDetails [data-field=Item]'), 'FLT-3OO');
@@ -50,13 +50,14 @@ test('TheServersWordsStandAboveTheRecord', async () => {
 test('ARefusedRecordIsSentAgainAsItIs', async () => {
   const count = await refusedCount();
   await page.click('#divDetails .refusal .again');
-  await page.waitForFunction((before) => !document.getElementById('errorPool').textContent.includes(`(${before})`), count);
-  assert.equal(await refusedCount(), count - 1);
+  await comesTo(refusedCount, count - 1);
+  await page.waitForSelector('#divDetails .form');
+  await seesAnswers(page);
   assert.equal(await page.$('#divDetails .refusal'), null);
   assert.doesNotMatch(file('UploadReport.xml'), /FLT-3OO/);
   assert.match(file('Harbrook.xml'), /State="[NM]"[^>]*>(?:(?!<\/record>)[^])*FLT-3OO/);
   await synchronise();
-  await page.waitForFunction((before) => document.getElementById('errorPool').textContent.includes(`(${before})`), count);
+  await comesTo(refusedCount, count);
 });
 
 test('DiscardAsksAndTakesRecordAndRefusalAway', async () => {
@@ -73,7 +74,7 @@ test('DiscardAsksAndTakesRecordAndRefusalAway', async () => {
   assert.equal(await page.$('#divDetails .panel'), null);
   assert.doesNotMatch(file('UploadReport.xml'), /FLT-3OO/);
   assert.doesNotMatch(file('Harbrook.xml'), /FLT-3OO/);
-  await page.waitForFunction((before) => !document.getElementById('errorPool').textContent.includes(`(${before})`), count);
+  await comesTo(refusedCount, count - 1);
 });
 
 test('ADroppedUploadLeadsToItsRecordsAndLetsOthersGo', async () => {

@@ -8,6 +8,7 @@ const fs = require('node:fs');
 const path = require('node:path');
 const { launch, openPage } = require('./support/browser');
 const { startSystem, ROOT } = require('./support/system');
+const { comesTo, eventually, seesText } = require('./support/sees');
 const hostile = require('./support/hostile');
 
 let browser;
@@ -42,6 +43,8 @@ function openWork() {
 }
 
 test('MyActivitiesShowsTheOpenOrdersAndTheirActivities', async () => {
+  const work = openWork();
+  await seesText(page, '#divList .count', String(work.reduce((sum, { activities }) => sum + activities.length, 0)));
   const rows = await page.$$eval('#divList tbody tr', (all) => all.map((row) => ({
     isGroup: row.classList.contains('orderrow'), cells: Array.from(row.cells, (cell) => cell.textContent.trim())
   })));
@@ -50,7 +53,7 @@ test('MyActivitiesShowsTheOpenOrdersAndTheirActivities', async () => {
     if (isGroup) { shown.push({ order: cells[0], activities: [] }); } else { shown[shown.length - 1].activities.push([cells[1], cells[3]]); }
   });
   assert.ok(shown.length > 10);
-  assert.deepEqual(shown, openWork().map(({ order, activities }) => ({
+  assert.deepEqual(shown, work.map(({ order, activities }) => ({
     order, activities: activities.map(([number, description]) => [number, description.replace(/&amp;/g, '&')])
   })));
   assert.deepEqual((await texts('#divList th')).slice(0, 4), ['Service Order', 'Activity', 'Status', 'Description']);
@@ -61,7 +64,7 @@ test('ClickReachesShowdetailsAndTheFormShowsTheRecord', async () => {
   const description = await page.textContent('#divList tr.tablerows td:nth-child(4)');
   await page.click('#divList tr.tablerows span.links');
   await page.waitForSelector('#divDetails .form');
-  assert.equal(callsLogged('GetDetails'), before + 1);
+  await comesTo(() => callsLogged('GetDetails'), before + 1);
   assert.equal(await page.inputValue('#divDetails [data-field=ActivityDescription]'), description);
 });
 
@@ -69,7 +72,7 @@ test('TheCostLinesOfAnActivityShowBelowIt', async () => {
   await page.waitForSelector('#divCostHeader select');
   await page.selectOption('#divCostHeader select', '1');
   await page.waitForSelector('#divCostLines .panel');
-  assert.equal(callsLogged('BuildCostLines'), 1);
+  await comesTo(() => callsLogged('BuildCostLines'), 1);
 });
 
 const VIEWS = ['activitiesOpen', 'activitiesSent', 'completed', 'cancelled', 'orders', 'ordersOpen', 'ordersSent', 'hours', 'hoursOpen',
@@ -81,9 +84,11 @@ for (const view of VIEWS) {
     await page.evaluate(() => document.querySelector('#divList').replaceChildren());
     await page.click(`[data-view=${view}]`);
     await page.waitForSelector('#divList tr.tablerows');
-    const shape = await page.$$eval('#divList tr.tablerows', (rows) => rows.map((row) => row.cells.length));
-    assert.ok(shape.every((count) => count === shape[0]));
-    assert.equal((await texts('#divList th')).length, shape[0]);
+    await eventually(async () => {
+      const shape = await page.$$eval('#divList tr.tablerows', (rows) => rows.map((row) => row.cells.length));
+      assert.ok(shape.every((count) => count === shape[0]));
+      assert.equal((await texts('#divList th')).length, shape[0]);
+    });
   });
 }
 
@@ -111,16 +116,17 @@ test('HostileRecordsOfTheStoreShowAsText', async () => {
   const asked = [];
   shown.on('request', (request) => asked.push(request.url()));
   try {
-    await shown.waitForFunction((count) => document.querySelector('#divList .count')?.textContent === String(count), values.length);
+    await seesText(shown, '#divList .count', String(values.length));
     const normal = (text) => text.replace(/&nbsp;?/g, ' ').replace(/[\s\u00a0]+/g, ' ').trim();
     const rows = await shown.$$eval('#divList tr.tablerows', (all) => all.map((row) => [row.cells[1].textContent, row.cells[3].textContent]));
+    assert.equal(rows.length, values.length);
     rows.forEach(([number, description], index) => {
       assert.equal(normal(description), normal(values[index]));
       assert.equal(normal(number), normal(values[index]));
     });
     for (let index = 0; index < values.length; index += 7) {
       await shown.evaluate((args) => window.Tandril.page.run({ name: 'showdetails', args }), ['1', 'H' + index, '', '', '2']);
-      await shown.waitForFunction((key) => document.querySelector('#divDetails h2 small')?.textContent === key, 'H' + index);
+      await seesText(shown, '#divDetails h2 small', 'H' + index);
       const value = await shown.inputValue('#divDetails [data-field=Description]');
       assert.equal(normal(value), normal(values[index].replace(/[\r\n]/g, '')));
     }

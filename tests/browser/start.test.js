@@ -3,8 +3,9 @@
 const { test } = require('node:test');
 const assert = require('node:assert/strict');
 const { openPage } = require('./support/browser');
-const { useBrowser, withPage, called } = require('./support/mock_page');
+const { useBrowser, withPage, called, waitForCall } = require('./support/mock_page');
 const { startMockHost } = require('./support/mock_host');
+const { seesAnswers, seesText } = require('./support/sees');
 const f = require('./support/fragments');
 
 const LABELS = ['Service Order', 'Activity', 'Description', 'Planned start'];
@@ -22,7 +23,7 @@ const browser = useBrowser();
 const overHost = (answers, enterprise, act) => withPage(browser(), answers, { enterprise }, act);
 
 test('ShowsTheRowsOfMyActivities', () => overHost({ MyActivities: ACTIVITIES, ListOrders: 'x' }, {}, async (page, host) => {
-  await page.waitForSelector('#divList tr.tablerows');
+  await seesText(page, '#divList .count', '3');
   assert.equal(host.calls[0].method, 'Initialize');
   assert.equal(await page.textContent('#divList h2'), 'My activities');
   assert.deepEqual(await page.$$eval('#divList th', (cells) => cells.map((cell) => cell.textContent)), LABELS);
@@ -45,6 +46,7 @@ test('ClickOnARowReachesShowdetails', () => overHost({ MyActivities: ACTIVITIES,
 }));
 
 test('EnterOnARowReachesShowdetails', () => overHost({ MyActivities: ACTIVITIES, GetDetails: DETAILS, ListOrders: 'x' }, {}, async (page, host) => {
+  await seesText(page, '#divList .count', '3');
   await page.focus('#divList tr[tabindex="0"]');
   await page.keyboard.press('ArrowDown');
   await page.keyboard.press('ArrowDown');
@@ -73,7 +75,7 @@ for (const [name, answer] of Object.entries({ page: '<html><body>Sign in</body><
     const host = await startMockHost({ FMapperXMLExists: false }, { fieldmapper: answer });
     const page = await openPage(browser(), host.address);
     await page.waitForSelector('#message.bad');
-    assert.match(await page.textContent('#message'), /is not what was asked for/);
+    await seesText(page, '#message', /is not what was asked for/);
     assert.deepEqual(called(host, 'getFMapper'), []);
     await page.context().close();
     await host.stop();
@@ -84,8 +86,8 @@ test('FirstRunWithoutTheServerSaysSo', async () => {
   const host = await startMockHost({ FMapperXMLExists: false, Get_Error: 'There are no activities' });
   const page = await openPage(browser(), host.address);
   await page.waitForSelector('#divList .note');
-  assert.match(await page.textContent('#message'), /enterprise server cannot be reached/);
-  assert.equal(await page.textContent('#divList .note'), 'There are no activities');
+  await seesText(page, '#message', /enterprise server cannot be reached/);
+  await seesText(page, '#divList .note', 'There are no activities');
   assert.deepEqual(called(host, 'DownloadXml'), []);
   await page.context().close();
   await host.stop();
@@ -104,18 +106,47 @@ test('TheMenuOpensTheEightLists', () => {
   return overHost(answers, {}, async (page, host) => {
     for (const [view, method] of Object.entries(VIEWS)) {
       await page.click(`[data-view="${view}"]`);
-      await page.waitForFunction((title) => document.querySelector('#divList h2')?.textContent === title, 'Title of ' + view);
+      await seesText(page, '#divList h2', 'Title of ' + view);
       assert.ok(called(host, method).length > 0, method);
       assert.equal(await page.getAttribute(`[data-view="${view}"]`, 'aria-current'), 'page');
     }
   });
 });
 
+test('AnEmptyListShowsTheErrorOfItsOwnCall', () => overHost({ ListOrders: 'x' }, {}, async (page, host) => {
+  host.answers.Get_Error = () => `Error of ${host.calls[host.calls.length - 2].method}`;
+  await page.click('[data-view=cancelled]');
+  await seesText(page, '#divList .note', 'Error of canceledAgenda');
+}));
+
+/* A list without headings takes two calls, so another view may be asked for between them. */
+test('TheViewThatWasAskedForLastIsShown', () => overHost({
+  ListOrders: 'x', MyActivities: ACTIVITIES, ViewHra_W: f.listOrders('Hours', [], [{ order: 'A1', cells: [] }]),
+  getColumnHeadingsForHRA: f.listOrders('', ['Order'], []), canceledAgenda: f.listOrders('Cancelled', ['Order'], [{ order: 'A2', cells: [] }])
+}, {}, async (page, host) => {
+  await seesText(page, '#divList h2', 'My activities');
+  await page.evaluate(() => ['hoursOpen', 'cancelled'].forEach((view) => document.querySelector(`[data-view=${view}]`).click()));
+  await waitForCall(host, 'ViewHra_W');
+  await seesAnswers(page);
+  assert.equal(await page.textContent('#divList h2'), 'Cancelled');
+}));
+
+test('ARecordThatWasClosedDoesNotComeBack', () => overHost({ MyActivities: ACTIVITIES, GetDetails: DETAILS, ListOrders: 'x' }, {}, async (page, host) => {
+  await page.waitForSelector('#divList tr.tablerows');
+  await page.evaluate(() => {
+    window.Tandril.functions.showdetails('2', 'A1', '10', '', '2');
+    window.Tandril.closeRecord();
+  });
+  await waitForCall(host, 'GetDetails');
+  await seesAnswers(page);
+  assert.equal(await page.$('#divDetails .form'), null);
+}));
+
 test('AFaultIsShownInPlainWords', async () => {
   const host = await startMockHost({ ListOrders: 'x', MyActivities: () => ({ fault: 'the log cannot be written' }) });
   const page = await openPage(browser(), host.address);
   await page.waitForSelector('#message.bad');
-  assert.match(await page.textContent('#message'), /MyActivities ended in a fault: the log cannot be written/);
+  await seesText(page, '#message', /MyActivities ended in a fault: the log cannot be written/);
   await page.context().close();
   await host.stop();
 });

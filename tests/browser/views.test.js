@@ -10,6 +10,7 @@ const assert = require('node:assert/strict');
 const fs = require('node:fs');
 const { launch, openPage } = require('./support/browser');
 const { startSystem } = require('./support/system');
+const { comesTo } = require('./support/sees');
 const { STOPS, isAlike } = require('./support/tour');
 
 const AXE = fs.readFileSync(require.resolve('axe-core/axe.min.js'), 'utf8');
@@ -26,7 +27,6 @@ before(async () => {
   browser = await launch();
   system = await startSystem({ filled: true, masterData: 'chosen' });
   page = await openPage(browser, system.address, { viewport: DESK, bypassCSP: true });
-  page.setDefaultTimeout(30000);
   await page.context().addInitScript(AXE);
   await page.reload();
 });
@@ -34,6 +34,11 @@ after(async () => {
   await browser.close();
   await system.stop();
 });
+
+async function resize(viewport) {
+  await page.setViewportSize(viewport);
+  await comesTo(() => page.evaluate(() => ({ width: window.innerWidth, height: window.innerHeight })), viewport);
+}
 
 /* What is wider than the screen, apart from tables, which scroll inside of their panel. */
 const tooWide = () => page.evaluate(() => {
@@ -71,11 +76,11 @@ for (const [name, open] of STOPS) {
     if (isAlike(name)) { return; }
     assert.deepEqual(await violations('dark'), [], 'dark');
     for (const viewport of [LYING, UPRIGHT]) {
-      await page.setViewportSize(viewport);
+      await resize(viewport);
       assert.deepEqual(await tooWide(), [], JSON.stringify(viewport));
       assert.deepEqual(await tooSmall(), [], JSON.stringify(viewport));
     }
-    await page.setViewportSize(DESK);
+    await resize(DESK);
   });
 }
 

@@ -6,16 +6,20 @@ const { chromium } = require('playwright-core');
 
 const PROGRAM = process.env.CHROMIUM || '/usr/bin/chromium';
 
+/* A machine under load is slow, but not wrong. */
+const PATIENCE = 60000; /* milliseconds */
+
 function launch() {
   const isRoot = typeof process.getuid === 'function' && process.getuid() === 0;
   return chromium.launch({
-    executablePath: PROGRAM, headless: true, args: ['--disable-gpu', '--disable-dev-shm-usage'].concat(isRoot ? ['--no-sandbox'] : [])
+    executablePath: PROGRAM, headless: true, timeout: 3 * PATIENCE, args: ['--disable-gpu', '--disable-dev-shm-usage'].concat(isRoot ? ['--no-sandbox'] : [])
   });
 }
 
 /** A page that fails its test on an uncaught error of a script; page.problems holds what the console complained of. */
 async function openPage(browser, address, options = {}) {
   const context = await browser.newContext({ locale: 'en-GB', viewport: { width: 1440, height: 900 }, ...options });
+  context.setDefaultTimeout(PATIENCE);
   const page = await context.newPage();
   page.problems = [];
   page.on('pageerror', (error) => page.problems.push(String(error)));
@@ -24,4 +28,4 @@ async function openPage(browser, address, options = {}) {
   return page;
 }
 
-module.exports = { launch, openPage };
+module.exports = { PATIENCE, launch, openPage };

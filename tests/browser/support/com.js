@@ -7,6 +7,7 @@
  */
 
 const http = require('node:http');
+const { PATIENCE } = require('./browser');
 const { startSystem } = require('./system');
 
 const META = '<meta name="tandril-enterprise" content="';
@@ -97,6 +98,7 @@ async function startCom(options) {
   await new Promise((resolve) => { server.listen(0, '127.0.0.1', resolve); });
   it.address = `http://127.0.0.1:${server.address().port}/`;
   it.open = async (context) => {
+    context.setDefaultTimeout(PATIENCE);
     const page = await context.newPage();
     await page.addInitScript(standIn);
     await page.goto(it.address);

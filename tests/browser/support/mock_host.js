@@ -94,6 +94,7 @@ async function startMockHost(answers = {}, enterprise = {}) {
     request.on('end', () => handle(host, request, Buffer.concat(chunks).toString('utf8'), response));
   });
   await new Promise((resolve) => server.listen(0, '127.0.0.1', resolve));
+  server.unref(); /* a test that fails before it stops its host must not hold up the others */
   host.address = `http://127.0.0.1:${server.address().port}/`;
   host.stop = () => new Promise((resolve) => { server.closeAllConnections(); server.close(resolve); });
   return host;

@@ -6,8 +6,7 @@ const { before, after } = require('node:test');
 const assert = require('node:assert/strict');
 const { launch, openPage } = require('./browser');
 const { startMockHost } = require('./mock_host');
-
-const PATIENCE = 30000;
+const { eventually } = require('./sees');
 
 /** The one browser of a test file: a function that gives it while the tests run. */
 function useBrowser() {
@@ -38,12 +37,7 @@ async function withPage(browser, answers, options, act) {
 const called = (host, method) => host.calls.filter((call) => call.method === method).map((call) => call.args);
 
 /** Waits until a method was called so often. */
-async function waitForCall(host, method, count = 1) {
-  const end = Date.now() + PATIENCE;
-  while (called(host, method).length < count) {
-    assert.ok(Date.now() < end, `${method} was not called`);
-    await new Promise((resolve) => { setTimeout(resolve, 20); });
-  }
-}
+const waitForCall = (host, method, count = 1) =>
+  eventually(() => assert.ok(called(host, method).length >= count, `${method} was not called`));
 
 module.exports = { useBrowser, withPage, called, waitForCall };

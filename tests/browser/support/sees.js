@@ -8,8 +8,9 @@
 
 const assert = require('node:assert/strict');
 
-const PATIENCE = 60000; /* milliseconds; a machine under load is slow, but not wrong */
-const PAUSE = 20;
+const { PATIENCE } = require('./browser');
+
+const PAUSE = 20; /* milliseconds */
 
 /** Repeats check() until it complains no more, and gives what it returns; at last its last complaint counts. */
 async function eventually(check) {
@@ -52,4 +53,4 @@ const seesAnswers = (page) => page.evaluate(() => new Promise((resolve) => {
   window.Tandril.page.quietly('GetVariable', ['Mode'], resolve, resolve);
 }));
 
-module.exports = { PATIENCE, eventually, comesTo, seesText, seesCount, seesFocus, seesView, seesAnswers };
+module.exports = { eventually, comesTo, seesText, seesCount, seesFocus, seesView, seesAnswers };

@@ -6,10 +6,10 @@ const { execFileSync, spawn } = require('node:child_process');
 const fs = require('node:fs');
 const os = require('node:os');
 const path = require('node:path');
+const { PATIENCE } = require('./browser');
 
 const ROOT = path.join(__dirname, '..', '..', '..');
 const PROGRAMS = process.env.TANDRIL_PROGRAMS || path.join(ROOT, 'build', 'release', 'bin');
-const PATIENCE = 60000;
 
 /** Starts a program and waits for the URL that it prints. */
 function start(name, args) {
@@ -19,7 +19,7 @@ function start(name, args) {
   child.stderr.on('data', (text) => { errors += text; });
   const stopped = new Promise((resolve) => child.on('close', resolve));
   const url = new Promise((resolve, reject) => {
-    const timer = setTimeout(() => reject(new Error(`${name} printed no URL: ${output}${errors}`)), PATIENCE);
+    const timer = setTimeout(() => reject(new Error(`${name} printed no URL: ${output}${errors}`)), PATIENCE).unref();
     child.on('error', reject);
     child.on('close', (code) => reject(new Error(`${name} ended with ${code}: ${errors}`)));
     child.stdout.on('data', (text) => {
