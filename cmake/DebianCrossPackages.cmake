@@ -38,6 +38,14 @@ add_library(debian_pugixml STATIC "${pugixml}/src/pugixml.cpp")
 target_include_directories(debian_pugixml SYSTEM PUBLIC "${pugixml}/src")
 add_library(pugixml::pugixml ALIAS debian_pugixml)
 
+# The server of its package is a library for this machine, but the source is one header. It looks 100
+# times a second whether it is to stop, unless it is told to take more time.
+debian_source(cpp-httplib httplib)
+add_library(CppHttplib::CppHttplib INTERFACE IMPORTED GLOBAL)
+target_include_directories(CppHttplib::CppHttplib INTERFACE "${httplib}")
+target_compile_definitions(CppHttplib::CppHttplib INTERFACE CPPHTTPLIB_IDLE_INTERVAL_USECOND=100000)
+target_link_libraries(CppHttplib::CppHttplib INTERFACE ws2_32)
+
 # The package googletest has its sources in place.
 if(TANDRIL_TESTS)
     set(googletest /usr/src/googletest)

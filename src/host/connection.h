@@ -3,23 +3,13 @@
 #include <httplib.h>
 
 #include <array>
-#include <chrono>
 #include <cstddef>
 #include <string>
 
+#include "host/connection_limits.h"
 #include "platform/connection_socket.h"
 
 namespace tandril::host {
-
-// How long a connection may keep the host waiting, and how much it may send before its request is
-// known.
-struct ConnectionLimits {
-    std::chrono::milliseconds head = std::chrono::seconds(10);   // from the start to the blank line
-    std::chrono::milliseconds body = std::chrono::seconds(60);   // from there to the body's end
-    std::chrono::milliseconds write = std::chrono::seconds(30);  // for each piece of the answer
-    std::chrono::milliseconds linger = std::chrono::seconds(2);  // for the client to read it
-    std::size_t headBytes = std::size_t{64} * 1024;
-};
 
 // A client's socket as the HTTP library reads and writes it, with deadlines: the library's own
 // timeouts start anew with every byte.

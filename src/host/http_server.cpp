@@ -9,6 +9,7 @@
 #include <thread>
 #include <utility>
 
+#include "host/connection.h"
 #include "host/connection_threads.h"
 #include "host/request_rules.h"
 #include "platform/fault.h"

@@ -5,7 +5,7 @@
 #include <optional>
 #include <thread>
 
-#include "host/connection.h"
+#include "host/connection_limits.h"
 #include "host/http_message.h"
 #include "platform/loopback_listener.h"
 

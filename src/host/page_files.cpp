@@ -43,15 +43,26 @@ constexpr std::array kMediaTypes{
     MediaType{".woff2", "font/woff2"},
 };
 
-bool isBelow(const fs::path& file, const fs::path& folder) {
-    return std::ranges::mismatch(folder, file).in1 == folder.end();
+// Whether the file lies in the folder, and in no hidden one there: Windows knows that by a second
+// name, which has no dot.
+bool isShownBelow(const fs::path& file, const fs::path& folder) {
+    const auto ends = std::ranges::mismatch(folder, file);
+    return ends.in1 == folder.end() && std::all_of(ends.in2, file.end(), [](const fs::path& name) {
+               return !platform::utf8FromPath(name).starts_with('.');
+           });
+}
+
+// Hidden names, and those under which Windows would find another file than the one of that name.
+bool isPlainName(std::string_view name) {
+    return !name.empty() && !name.starts_with('.') && !name.ends_with('.') &&
+           !name.ends_with(' ') && name.find_first_of(":*?\"<>|\\") == std::string_view::npos;
 }
 
 bool hasOnlyPlainNames(std::string_view path) {
     while (!path.empty()) {
         path.remove_prefix(1);
         const std::string_view name = path.substr(0, path.find('/'));
-        if (name.empty() || name.starts_with('.')) {
+        if (!isPlainName(name)) {
             return false;
         }
         path.remove_prefix(name.size());
@@ -97,7 +108,7 @@ fs::path PageFiles::find(std::string_view path) const {
     }
     const auto file = platform::realPath(folder_ / platform::pathFromUtf8(wanted.substr(1)));
     std::error_code error;
-    if (!file || !isBelow(*file, folder_) || !fs::is_regular_file(*file, error)) {
+    if (!file || !isShownBelow(*file, folder_) || !fs::is_regular_file(*file, error)) {
         return {};
     }
     return *file;

@@ -1,45 +1,11 @@
 #include "host/raw_http.h"
 
-#include <arpa/inet.h>
-#include <poll.h>
-#include <sys/socket.h>
-#include <unistd.h>
-
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <stdexcept>
 
 namespace tandril::test {
-
-RawConnection::RawConnection(int port) : socket_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(static_cast<std::uint16_t>(port));
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    if (::connect(socket_, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0) {
-        ::close(socket_);
-        throw std::runtime_error("cannot connect to port " + std::to_string(port));
-    }
-}
-
-RawConnection::~RawConnection() {
-    ::close(socket_);
-}
-
-bool RawConnection::send(std::string_view bytes) const {
-    while (!bytes.empty()) {
-        const ssize_t count = ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
-        if (count <= 0) {
-            return false;
-        }
-        bytes.remove_prefix(static_cast<std::size_t>(count));
-    }
-    return true;
-}
-
-void RawConnection::endSending() const {
-    ::shutdown(socket_, SHUT_WR);
-}
 
 std::string RawConnection::readAll(std::chrono::milliseconds time) const {
     const auto end = std::chrono::steady_clock::now() + time;
@@ -48,18 +14,18 @@ std::string RawConnection::readAll(std::chrono::milliseconds time) const {
     while (true) {
         const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
             end - std::chrono::steady_clock::now());
-        pollfd waiting{socket_, POLLIN, 0};
-        if (left.count() <= 0 || ::poll(&waiting, 1, static_cast<int>(left.count())) <= 0) {
-            throw std::runtime_error("the connection stays open after: " + bytes);
-        }
-        const ssize_t count = ::recv(socket_, chunk.data(), chunk.size(), 0);
-        if (count < 0) {
-            throw std::runtime_error("the connection was reset after: " + bytes);
-        }
-        if (count == 0) {
+        const PlainSocket::Received received =
+            socket_.receive(chunk, std::max(left, std::chrono::milliseconds(0)));
+        if (received.state == PlainSocket::State::Ended) {
             return bytes;
         }
-        bytes.append(chunk.data(), static_cast<std::size_t>(count));
+        if (received.state == PlainSocket::State::Reset) {
+            throw std::runtime_error("the connection was reset after: " + bytes);
+        }
+        if (received.size == 0) {
+            throw std::runtime_error("the connection stays open after: " + bytes);
+        }
+        bytes.append(chunk.data(), received.size);
     }
 }
 

@@ -4,26 +4,25 @@
 #include <string>
 #include <string_view>
 
+#include "host/plain_socket.h"
+
 // HTTP as bytes on a socket, so that a test can send what no client library would.
 namespace tandril::test {
 
 // A connection to a port of 127.0.0.1.
 class RawConnection {
   public:
-    explicit RawConnection(int port);
-    ~RawConnection();
-    RawConnection(const RawConnection&) = delete;
-    RawConnection& operator=(const RawConnection&) = delete;
+    explicit RawConnection(int port) : socket_(PlainSocket::connectedTo(port)) {}
 
     // Returns false when the other side takes no more.
-    bool send(std::string_view bytes) const;
-    void endSending() const;
+    bool send(std::string_view bytes) const { return socket_.send(bytes); }
+    void endSending() const { socket_.endSending(); }
 
     // Everything until the other side closes. Throws when it does not do so in time.
     std::string readAll(std::chrono::milliseconds time = std::chrono::seconds(10)) const;
 
   private:
-    int socket_ = -1;
+    PlainSocket socket_;
 };
 
 // A response taken apart.

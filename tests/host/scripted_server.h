@@ -1,9 +1,12 @@
 #pragma once
 
+#include <atomic>
 #include <mutex>
 #include <string>
 #include <thread>
 #include <vector>
+
+#include "host/plain_socket.h"
 
 namespace tandril::test {
 
@@ -29,15 +32,15 @@ class ScriptedServer {
 
   private:
     void serve();
-    void answerOne(int socket);
+    void answerOne(PlainSocket socket);
 
     std::string answer_;
     Then then_;
-    int listener_ = -1;
-    int port_ = 0;
+    PlainSocket listener_;
+    std::atomic<bool> isOver_ = false;
     mutable std::mutex mutex_;
     std::vector<std::string> requests_;
-    std::vector<int> open_;
+    std::vector<PlainSocket> open_;
     std::thread thread_;
 };
 
