@@ -83,6 +83,7 @@ TEST_F(EnterpriseServer, TakesALongUploadWhateverItIsLabelledAs) {
         upload({{"ordr", R"(<record ServiceOrder="_1"><OrderStatus>15</OrderStatus><OrderText>)" +
                              std::string(100'000, 'x') + "</OrderText></record>"}});
     httplib::Client client("127.0.0.1", server_.port());
+    bePatient(client);
     const auto answer = client.Post("/upload", text, "application/x-www-form-urlencoded");
     ASSERT_TRUE(answer);
     EXPECT_EQ(answer->status, 200);
@@ -91,6 +92,7 @@ TEST_F(EnterpriseServer, TakesALongUploadWhateverItIsLabelledAs) {
 
 TEST_F(EnterpriseServer, RefusesAnUploadAboveTheLimit) {
     httplib::Client client("127.0.0.1", server_.port());
+    bePatient(client);
     const auto answer = client.Post("/upload", std::string((64U << 20) + 1, 'x'), "text/plain");
     ASSERT_TRUE(answer);
     EXPECT_EQ(answer->status, 413);
@@ -99,6 +101,7 @@ TEST_F(EnterpriseServer, RefusesAnUploadAboveTheLimit) {
 
 TEST_F(EnterpriseServer, RefusesAForm) {
     httplib::Client client("127.0.0.1", server_.port());
+    bePatient(client);
     const auto answer = client.Post("/upload", {{"file", "<harbrook/>", "a.xml", "text/xml"}});
     ASSERT_TRUE(answer);
     EXPECT_EQ(answer->status, 415);

@@ -19,7 +19,7 @@ class RawConnection {
     void endSending() const { socket_.endSending(); }
 
     // Everything until the other side closes. Throws when it does not do so in time.
-    std::string readAll(std::chrono::milliseconds time = std::chrono::seconds(10)) const;
+    std::string readAll(std::chrono::milliseconds time = std::chrono::seconds(60)) const;
 
   private:
     PlainSocket socket_;

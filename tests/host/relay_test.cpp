@@ -162,7 +162,7 @@ TEST(Relay, ServerThatDoesNotAnswerInTime) {
     RunningHost host(settings);
     const auto start = Clock::now();
     EXPECT_EQ(host.get("/enterprise/x").status(), 502);
-    EXPECT_LT(Clock::now() - start, 20s);
+    EXPECT_LT(Clock::now() - start, 50s);
 }
 
 TEST(Relay, SlowServerKeepsNoCallWaiting) {
@@ -178,7 +178,7 @@ TEST(Relay, SlowServerKeepsNoCallWaiting) {
     const auto start = Clock::now();
     host.stop();
     EXPECT_EQ(slow.get().status(), 502);
-    EXPECT_LT(Clock::now() - start, 20s);
+    EXPECT_LT(Clock::now() - start, 50s);
 }
 
 }  // namespace

@@ -18,7 +18,7 @@ zsh_completes() {
     cp "$reference/_tandril" "$scratch/zsh/_tandril"
     echo "fpath=($scratch/zsh \$fpath); autoload -Uz compinit; compinit -D; PS1='READY> '" \
         >"$scratch/zsh/.zshrc"
-    ZDOTDIR=$scratch/zsh TERM=dumb run timeout 20 zsh -fc "
+    ZDOTDIR=$scratch/zsh TERM=dumb run timeout 60 zsh -fc "
         zmodload zsh/zpty
         zpty shell zsh -d -i
         zpty -r shell line '*READY> *'

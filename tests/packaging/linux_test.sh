@@ -79,7 +79,7 @@ serves_the_page() {
     local host url answer
     "$tandril" serve --port 0 >"$scratch/url" 2>"$output" &
     host=$!
-    for _ in $(seq 100); do
+    for _ in $(seq 600); do
         [ ! -s "$scratch/url" ] || break
         kill -0 "$host" 2>/dev/null || return 1
         sleep 0.1

@@ -19,10 +19,10 @@ ready_tree() {
     rm -rf "$home"
 }
 
-# wait_for COMMAND...: at most ten seconds.
+# wait_for COMMAND...: at most a minute.
 wait_for() {
     local tries
-    for ((tries = 0; tries < 200; tries++)); do
+    for ((tries = 0; tries < 1200; tries++)); do
         "$@" && return
         sleep 0.05
     done

@@ -21,7 +21,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr auto kDeadline = std::chrono::seconds(10);
+// A machine under load is slow, but not wrong.
+constexpr auto kDeadline = std::chrono::seconds(60);
 
 void check(bool good, const std::string& what) {
     if (!good) {

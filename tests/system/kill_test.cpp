@@ -100,14 +100,24 @@ bool isDuring(const Moment& found, const RecordedDay& day, std::size_t done) {
     return (isReportOld || isStoreNew) && (isStoreOld || isSafe);
 }
 
+// How much longer a day takes than was thought, going by the moment behind call `done` at which a
+// kill came: other programs on the machine may come and go while the test runs.
+double correction(std::size_t done, std::size_t moments) {
+    if (done == 0) {
+        return 1.15;
+    }
+    return done + 1 == moments ? 0.87 : 1;
+}
+
 TEST(Kill, LeavesTheFilesOfSomeMomentOfTheDay) {
     const RecordedDay day(seed(), callsPerDay);
-    const auto whole = std::chrono::duration_cast<std::chrono::microseconds>(timeOfWholeDay(day));
+    std::chrono::duration<double> whole = timeOfWholeDay(day);
     std::mt19937_64 random(seed());
-    std::uniform_int_distribution<std::int64_t> moment(0, whole.count());
+    std::uniform_real_distribution<double> part(0, 1);
     std::vector<int> seen(day.moments.size());
     for (int run = 0; run < kills(); ++run) {
-        const Moment found = killedDay(day, std::chrono::microseconds(moment(random)));
+        const Moment found =
+            killedDay(day, std::chrono::duration_cast<Clock::duration>(whole * part(random)));
         std::size_t done = 0;
         while (done < day.moments.size() && !isDuring(found, day, done)) {
             ++done;
@@ -119,6 +129,7 @@ TEST(Kill, LeavesTheFilesOfSomeMomentOfTheDay) {
             << found.registry.size() << " bytes of settings";
         ASSERT_TRUE(store::OrderStore::from(xml::Document::decode(found.store)));
         ++seen[done];
+        whole *= correction(done, day.moments.size());
     }
     // A kill that always came too early or too late would prove nothing.
     EXPECT_LT(seen.front(), kills() / 2);
