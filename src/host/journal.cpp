@@ -50,12 +50,15 @@ Journal::State Journal::load() const {
 }
 
 Response Journal::read() const {
-    State state = load();
+    return answer(200, load());
+}
+
+Response Journal::answer(int status, State state) {
     ordered_json body = {{"revision", state.revision}, {"content", std::move(state.content)}};
     if (state.isDamaged) {
         body["damaged"] = true;
     }
-    return jsonResponse(200, body);
+    return jsonResponse(status, body);
 }
 
 Response Journal::write(const std::string& body) {
@@ -63,11 +66,9 @@ Response Journal::write(const std::string& body) {
     if (!entry) {
         return jsonResponse(400, {{"invalid", "an object with revision and content is wanted"}});
     }
-    const State state = load();
+    State state = load();
     if (entry->revision != state.revision) {
-        Response response = read();
-        response.status = 409;
-        return response;
+        return answer(409, std::move(state));
     }
     if (state.isDamaged) {
         files_.rename(kFile, kDamagedFile);

@@ -35,6 +35,7 @@ class Journal {
     };
 
     State load() const;
+    static Response answer(int status, State state);
 
     platform::FileSystem& files_;
 };
