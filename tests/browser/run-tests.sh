@@ -1,5 +1,5 @@
 #!/bin/sh
-# run-tests.sh NODE: runs all browser tests with this node.
+# run-tests.sh NODE [FILE...]: runs all browser tests, or those of these files, with this node.
 set -eu
 
 cd "$(dirname "$0")"
@@ -11,4 +11,6 @@ if [ ! -d node_modules/playwright-core ]; then
     echo "tests/browser/node_modules is missing; tools/setup test installs it (npm ci)" >&2
     exit 1
 fi
-exec "$1" --test
+node=$1
+shift
+exec "$node" --test "$@"
