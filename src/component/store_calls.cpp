@@ -72,9 +72,12 @@ std::string logMerge(Call& call, const store::MergeResult& result, const std::st
     return error;
 }
 
-std::string mergeDownload(Call& call, const xml::Document& downloaded, const std::string& xml) {
+std::string mergeDownload(Call& call, std::optional<xml::Document> downloaded,
+                          const std::string& xml) {
     const store::MergeResult result =
-        store::merge(*call.store(), downloaded, *recordCheckFor(call));
+        store::merge(*call.store(), *downloaded, *recordCheckFor(call));
+    // Its memory goes to the copies of what the purge takes out.
+    downloaded.reset();
     if (std::string error = logMerge(call, result, xml); !error.empty()) {
         return error;
     }
@@ -115,14 +118,14 @@ std::string download(Call& call, const std::string& xml) {
         return xml::rootName(xml) == store::rootName ? storeFirstDownload(call, xml)
                                                      : call.fail("SLBEU0265", received);
     }
-    const std::optional<xml::Document> downloaded = xml::Document::parse(xml);
+    std::optional<xml::Document> downloaded = xml::Document::parse(xml);
     if (!downloaded || !xml::isNamed(downloaded->root(), store::rootName)) {
         return call.fail("SLBEU0265", received);
     }
     if (const auto failure = call.failWithoutStore(received)) {
         return *failure;
     }
-    return mergeDownload(call, *downloaded, xml);
+    return mergeDownload(call, std::move(downloaded), xml);
 }
 
 std::string edit(Call& call, const std::string& xml) {

@@ -34,24 +34,28 @@ std::optional<OrderStore> OrderStore::from(std::optional<xml::Document> document
 }
 
 OrderStore::SectionIndex& OrderStore::index(Section section) const {
+    if (!isIndexed_) {
+        collectBelow(document_.root());
+        isIndexed_ = true;
+    }
     SectionIndex& index = indexes_[static_cast<std::size_t>(section)];
-    if (!index.isBuilt) {
-        indexBelow(document_.root(), section);
-        index.isBuilt = true;
+    for (const xml::Node candidate : std::exchange(index.unindexed, {})) {
+        addToIndex(section, candidate);
     }
     return index;
 }
 
-void OrderStore::indexBelow(xml::Node parent, Section wanted) const {
+void OrderStore::collectBelow(xml::Node parent) const {
     const auto section = sectionNamed(parent.name());
-    if (section == wanted) {
-        indexes_[static_cast<std::size_t>(wanted)].elements.push_back(parent);
+    SectionIndex* const index = section ? &indexes_[static_cast<std::size_t>(*section)] : nullptr;
+    if (index != nullptr) {
+        index->elements.push_back(parent);
     }
     for (const xml::Node child : xml::elements(parent)) {
-        if (!section || !isCandidate(*section, child)) {
-            indexBelow(child, wanted);
-        } else if (section == wanted) {
-            addToIndex(wanted, child);
+        if (index != nullptr && isCandidate(*section, child)) {
+            index->unindexed.push_back(child);
+        } else {
+            collectBelow(child);
         }
     }
 }
@@ -281,6 +285,7 @@ void OrderStore::takeBack() {
     undo_.reset();
     isChanged_ = wasChanged_;
     // What was added since is in the indexes; the next look-up builds them anew.
+    isIndexed_ = false;
     indexes_ = {};
     members_.clear();
 }

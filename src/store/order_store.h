@@ -99,16 +99,17 @@ class OrderStore {
   private:
     explicit OrderStore(xml::Document document) : document_(std::move(document)) {}
 
-    // Built when the section is first asked for.
+    // One walk finds what belongs to each section; the keys of a section are indexed when the first
+    // one is looked up.
     struct SectionIndex {
-        bool isBuilt = false;
-        std::vector<xml::Node> elements;  // all of the section's name, in document order
-        KeyIndex byOrder;                 // orders, and groups by their order
-        KeyIndex byActivity;              // cost-line groups by order and activity
+        std::vector<xml::Node> elements;   // all of the section's name, in document order
+        std::vector<xml::Node> unindexed;  // its orders or groups until they are
+        KeyIndex byOrder;                  // orders, and groups by their order
+        KeyIndex byActivity;               // cost-line groups by order and activity
     };
 
     SectionIndex& index(Section section) const;
-    void indexBelow(xml::Node parent, Section wanted) const;
+    void collectBelow(xml::Node parent) const;
     void addToIndex(Section section, xml::Node candidate) const;
     void noteAddition(xml::Node added);
     xml::Node insertionParent(Section section);
@@ -117,6 +118,7 @@ class OrderStore {
 
     xml::Document document_;
     bool isChanged_ = false;
+    mutable bool isIndexed_ = false;
     mutable std::array<SectionIndex, allSections.size()> indexes_;
     // The members of groups with many of them, by group.
     mutable std::unordered_map<std::size_t, KeyIndex> members_;

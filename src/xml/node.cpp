@@ -87,8 +87,11 @@ Node nextElement(Node node, Node top) {
     return node;
 }
 
+// Most names that are asked for differ in their first letter.
 bool isNamed(Node node, std::string_view name) {
-    return node.type() == pugi::node_element && name == node.name();
+    const char* const own = node.name();
+    const char first = name.empty() ? '\0' : name.front();
+    return *own == first && name == own && node.type() == pugi::node_element;
 }
 
 std::string text(Node node) {
