@@ -57,7 +57,8 @@ void Floor::run(platform::FileSystem& files) const {
         files.replace(file.path, anyBytes(file), durable);
     }
     for (const Filled& file : appended) {
-        files.append(file.path, anyBytes(file));
+        const std::string bytes = anyBytes(file);
+        files.append(file.path, bytes);
     }
     for (const Filled& file : written) {
         writePlainly(file.path, anyBytes(file));

@@ -1,9 +1,11 @@
 #include "component/call.h"
 
+#include <algorithm>
 #include <exception>
 #include <utility>
 
 #include "component/paths.h"
+#include "platform/unicode.h"
 #include "xml/encoding.h"
 
 namespace tandril {
@@ -20,6 +22,33 @@ std::string unusedName(const platform::FileSystem& files, std::string_view path)
     }
     return name;
 }
+
+// An entry of the log, handed on in the encoding of the log whenever a piece is full. An ordinary
+// entry is one piece, so that entries of several processes do not mix.
+class LogEntry {
+  public:
+    LogEntry(const platform::FileSystem& files, const platform::Content::Sink& sink)
+        : files_(files), sink_(sink) {}
+
+    void add(std::string_view text) {
+        while (piece_.size() + text.size() > pieceSize) {
+            const std::size_t fits =
+                platform::wholeCharacters(text, pieceSize - std::min(piece_.size(), pieceSize));
+            piece_ += text.substr(0, fits);
+            text.remove_prefix(fits);
+            end();
+        }
+        piece_ += text;
+    }
+    void end() { sink_(files_.encodeAnsi(std::exchange(piece_, {}))); }
+
+  private:
+    static constexpr std::size_t pieceSize = 256 * 1024;
+
+    const platform::FileSystem& files_;
+    const platform::Content::Sink& sink_;
+    std::string piece_;
+};
 
 }  // namespace
 
@@ -130,19 +159,18 @@ void Call::log(const std::vector<LogLine>& lines) {
     if (action_.empty()) {
         return;
     }
-    std::string entry = "|--------- Logged On:  " + module_.machine.clock.generalDate() +
-                        "  For User Action: " + action_ + "  ----------\r\n";
-    std::size_t size = entry.size();
-    for (const LogLine& line : lines) {
-        size += line.label.size() + line.text.size() + lineEnd.size();
-    }
-    entry.reserve(size);
-    for (const LogLine& line : lines) {
-        entry += line.label;
-        entry += line.text;
-        entry += lineEnd;
-    }
-    files().append(paths::log, files().encodeAnsi(std::move(entry)));
+    const std::string header = "|--------- Logged On:  " + module_.machine.clock.generalDate() +
+                               "  For User Action: " + action_ + "  ----------\r\n";
+    files().append(paths::log, platform::Content([&](const platform::Content::Sink& sink) {
+                       LogEntry entry(files(), sink);
+                       entry.add(header);
+                       for (const LogLine& line : lines) {
+                           entry.add(line.label);
+                           entry.add(line.text);
+                           entry.add(lineEnd);
+                       }
+                       entry.end();
+                   }));
 }
 
 // The content that the file is to get; nothing when it is to stay as it is.

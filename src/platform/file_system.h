@@ -75,9 +75,9 @@ class FileSystem {
     // Only a crash in the very moment of the change can leave the first ones new and the rest old.
     virtual void replaceTogether(std::span<const NewContent> files) = 0;
 
-    // Adds `bytes` at the end of an existing file; a missing file is a fault. On a fault the file
-    // is as long as it was.
-    virtual void append(std::string_view path, std::string_view bytes) = 0;
+    // Adds the content at the end of an existing file; a missing file is a fault. On a fault the
+    // file is as long as it was.
+    virtual void append(std::string_view path, const Content& content) = 0;
 
     // Gives the file a new name in the same folder, replacing a file of that name.
     virtual void rename(std::string_view from, std::string_view to) = 0;

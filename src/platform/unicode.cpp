@@ -118,6 +118,16 @@ bool isUtf8(std::string_view text) {
     return true;
 }
 
+std::size_t wholeCharacters(std::string_view text, std::size_t most) {
+    if (text.size() <= most) return text.size();
+    constexpr std::size_t kLongest = 4;
+    std::size_t length = most;
+    while (length > 0 && most - length < kLongest && (byteAt(text, length) & 0xC0U) == 0x80U) {
+        --length;
+    }
+    return length;
+}
+
 DecodedText utf8FromUtf16(std::string_view bytes, ByteOrder order) {
     DecodedText decoded;
     decoded.text.reserve(bytes.size());

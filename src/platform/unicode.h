@@ -23,6 +23,9 @@ void appendUtf8(std::string& out, char32_t character);
 // Whether the text is well-formed UTF-8.
 bool isUtf8(std::string_view text);
 
+// How many of the first `most` bytes of a UTF-8 text make whole characters.
+std::size_t wholeCharacters(std::string_view text, std::size_t most);
+
 enum class ByteOrder { LittleEndian, BigEndian };
 
 // UTF-8 text of bytes. At the first character that is not well-formed the text ends and `complete`

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "store/checking.h"
 
@@ -17,7 +18,11 @@ constexpr std::array<std::size_t, 2> closingFields{21, 22};
 class Merge {
   public:
     Merge(OrderStore& store, const xml::Document& downloaded, RecordCheck& check)
-        : store_(store), root_(downloaded.root()), check_(check) {}
+        : store_(store), check_(check) {
+        for (const Candidate& candidate : candidatesBelow(downloaded.root())) {
+            downloaded_[static_cast<std::size_t>(candidate.section)].push_back(candidate.element);
+        }
+    }
 
     MergeResult run() {
         mergeOrders();
@@ -29,6 +34,9 @@ class Merge {
     }
 
   private:
+    const std::vector<xml::Node>& downloaded(Section section) const {
+        return downloaded_[static_cast<std::size_t>(section)];
+    }
     void mergeOrders();
     void closeOrder(xml::Node known, xml::Node downloaded);
     void mergeActivities();
@@ -42,13 +50,13 @@ class Merge {
     void checkMembers(Section section, xml::Node group);
 
     OrderStore& store_;
-    xml::Node root_;
+    std::array<std::vector<xml::Node>, allSections.size()> downloaded_;  // what comes, by section
     RecordCheck& check_;
     MergeResult result_;
 };
 
 void Merge::mergeOrders() {
-    for (const xml::Node order : candidatesBelow(root_, Section::Orders)) {
+    for (const xml::Node order : downloaded(Section::Orders)) {
         const std::string status = statusOf(order);
         const xml::Node known = store_.order(xml::attribute(order, orderKey));
         if (known && status == status::closed) {
@@ -78,7 +86,7 @@ void Merge::closeOrder(xml::Node known, xml::Node downloaded) {
 }
 
 void Merge::mergeActivities() {
-    for (const xml::Node group : candidatesBelow(root_, Section::Activities)) {
+    for (const xml::Node group : downloaded(Section::Activities)) {
         const std::string_view order = xml::attribute(group, groupOrderKey);
         if (store_.order(order) && mergeActivityGroup(group)) {
             reopenOrder(order);
@@ -116,7 +124,7 @@ void Merge::reopenOrder(std::string_view order) {
 
 bool Merge::mergeCostLines(Section section) {
     bool took = false;
-    for (const xml::Node group : candidatesBelow(root_, section)) {
+    for (const xml::Node group : downloaded(section)) {
         if (store_.order(xml::attribute(group, groupOrderKey))) {
             took = mergeCostGroup(section, group) || took;
         }

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "component/store_workstation.h"
+#include "platform/unicode.h"
+#include "support/files_wrapper.h"
 
 namespace tandril::test {
 namespace {
@@ -25,6 +27,36 @@ TEST(DownloadXml, TheFirstOneBecomesTheStoreByteForByte) {
     EXPECT_EQ(w.machine.files.content(paths::store), xml);
     EXPECT_EQ(w.log(), logHeader("Download XML") + xmlLine(xml));
     EXPECT_EQ(w.error(), "");
+}
+
+// Files with an encoding of their own, in which half a character is lost.
+class FilesWithEncoding : public FilesWrapper {
+  public:
+    using FilesWrapper::FilesWrapper;
+    std::string encodeAnsi(std::string text) const override {
+        ++calls;
+        return platform::isUtf8(text) ? text : "?";
+    }
+    mutable int calls = 0;
+};
+
+TEST(DownloadXml, ALargeOneIsLoggedInPiecesOfWholeCharacters) {
+    for (const std::size_t shift : {0U, 1U, 2U}) {
+        StoreWorkstation w;
+        w.machine.files.remove(paths::store);
+        FilesWithEncoding files(w.machine.files);
+        const platform::Machine machine{w.machine.registry, files, w.machine.database,
+                                        w.machine.shell, w.machine.clock};
+        Module module{machine};
+        std::string xml = "<harbrook>" + std::string(shift, 'x');
+        for (int i = 0; i < 300'000; ++i) {
+            xml += "\xE2\x82\xAC";
+        }
+        xml += "</harbrook>";
+        EXPECT_EQ(Client20(module).DownloadXml(xml), downloaded);
+        EXPECT_TRUE(w.log() == logHeader("Download XML") + xmlLine(xml));
+        EXPECT_EQ(files.calls, 4);
+    }
 }
 
 TEST(DownloadXml, ALaterOneIsMerged) {

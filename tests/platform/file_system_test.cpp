@@ -167,6 +167,22 @@ TYPED_TEST(FileSystemTest, AppendNeverCreates) {
     EXPECT_FALSE(this->files().fileExists(kLog));
 }
 
+TYPED_TEST(FileSystemTest, AppendAddsAllPiecesOrNothing) {
+    this->write(kLog, "one ");
+    const auto twoPieces = [](const platform::Content::Sink& sink) {
+        sink("two ");
+        sink("three");
+    };
+    this->files().append(kLog, platform::Content(twoPieces));
+    EXPECT_EQ(this->files().read(kLog), "one two three");
+    const auto halfOfThem = [](const platform::Content::Sink& sink) {
+        sink(" four");
+        throw Fault("no more");
+    };
+    EXPECT_THROW(this->files().append(kLog, platform::Content(halfOfThem)), Fault);
+    EXPECT_EQ(this->files().read(kLog), "one two three");
+}
+
 TYPED_TEST(FileSystemTest, RenameReplacesTheFileOfThatName) {
     this->write(kLog, "old");
     this->write("C:\\Vorn Tandril\\kept.txt", "kept");

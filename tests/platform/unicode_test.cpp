@@ -22,6 +22,15 @@ TEST(UnicodeTest, IllFormedUtf8IsNoCharacter) {
     EXPECT_EQ(decodeUtf8("").length, 0U);
 }
 
+TEST(UnicodeTest, ATextIsCutBehindAWholeCharacter) {
+    constexpr std::string_view text = "a\xC3\xA4\xE2\x82\xAC\xF0\x9F\x94\xA7z";
+    constexpr std::size_t expected[] = {0, 1, 1, 3, 3, 3, 6, 6, 6, 6, 10, 11, 11};
+    for (std::size_t most = 0; most < std::size(expected); ++most) {
+        EXPECT_EQ(wholeCharacters(text, most), expected[most]) << most;
+    }
+    EXPECT_EQ(wholeCharacters("\x80\x80\x80\x80\x80\x80\x80", 6), 2U);
+}
+
 TEST(UnicodeTest, TheFirstAndLastCharactersOfEveryLengthGoToUtf16AndBack) {
     for (const char* text :
          {"", "a", "\x7F", "\xC2\x80", "\xDF\xBF", "\xE0\xA0\x80", "\xED\x9F\xBF", "\xEE\x80\x80",

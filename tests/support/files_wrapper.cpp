@@ -37,9 +37,9 @@ void FaultyFiles::replaceTogether(std::span<const platform::NewContent> files) {
     FilesWrapper::replaceTogether(files);
 }
 
-void FaultyFiles::append(std::string_view path, std::string_view bytes) {
+void FaultyFiles::append(std::string_view path, const platform::Content& content) {
     pass(FileOperation::Append);
-    FilesWrapper::append(path, bytes);
+    FilesWrapper::append(path, content);
 }
 
 void FaultyFiles::rename(std::string_view from, std::string_view to) {

@@ -28,8 +28,8 @@ class FilesWrapper : public platform::FileSystem {
     void replaceTogether(std::span<const platform::NewContent> files) override {
         target_.replaceTogether(files);
     }
-    void append(std::string_view path, std::string_view bytes) override {
-        target_.append(path, bytes);
+    void append(std::string_view path, const platform::Content& content) override {
+        target_.append(path, content);
     }
     void rename(std::string_view from, std::string_view to) override { target_.rename(from, to); }
     std::vector<std::string> fileNames(std::string_view folder) const override {
@@ -65,7 +65,7 @@ class FaultyFiles : public FilesWrapper {
                  platform::Durability durability) override;
     // Counts as a Replace of each file.
     void replaceTogether(std::span<const platform::NewContent> files) override;
-    void append(std::string_view path, std::string_view bytes) override;
+    void append(std::string_view path, const platform::Content& content) override;
     void rename(std::string_view from, std::string_view to) override;
     std::vector<std::string> fileNames(std::string_view folder) const override;
 

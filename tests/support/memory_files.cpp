@@ -21,6 +21,12 @@ std::string folderOf(const std::string& path) {
     return path.substr(0, path.rfind('\\'));
 }
 
+std::string whole(const platform::Content& content) {
+    std::string bytes;
+    content.writeTo([&](std::string_view piece) { bytes += piece; });
+    return bytes;
+}
+
 }  // namespace
 
 bool MemoryFiles::driveExists(std::string_view drive) const {
@@ -71,9 +77,7 @@ void MemoryFiles::replaceTogether(std::span<const platform::NewContent> files) {
     const std::map<std::string, std::string> before = files_;
     try {
         for (const platform::NewContent& file : files) {
-            std::string bytes;
-            file.content.writeTo([&](std::string_view piece) { bytes += piece; });
-            replace(file.path, bytes, platform::Durability::Durable);
+            replace(file.path, whole(file.content), platform::Durability::Durable);
         }
     } catch (const Fault&) {
         files_ = before;
@@ -81,9 +85,9 @@ void MemoryFiles::replaceTogether(std::span<const platform::NewContent> files) {
     }
 }
 
-void MemoryFiles::append(std::string_view path, std::string_view bytes) {
+void MemoryFiles::append(std::string_view path, const platform::Content& content) {
     calls_.push_back({FileOperation::Append, std::string(path)});
-    files_.at(require(path)) += bytes;
+    files_.at(require(path)) += whole(content);
 }
 
 void MemoryFiles::rename(std::string_view from, std::string_view to) {

@@ -30,7 +30,7 @@ class MemoryFiles : public platform::FileSystem {
     void replace(std::string_view path, std::string_view bytes,
                  platform::Durability durability) override;
     void replaceTogether(std::span<const platform::NewContent> files) override;
-    void append(std::string_view path, std::string_view bytes) override;
+    void append(std::string_view path, const platform::Content& content) override;
     void rename(std::string_view from, std::string_view to) override;
     std::vector<std::string> fileNames(std::string_view folder) const override;
     std::string typeDescription(std::string_view path) const override;

@@ -81,8 +81,8 @@ void HomeFiles::replaceTogether(std::span<const NewContent> files) {
     replaceFiles(replacements);
 }
 
-void HomeFiles::append(std::string_view path, std::string_view bytes) {
-    appendFile(requirePath("append to", path), path, bytes);
+void HomeFiles::append(std::string_view path, const Content& content) {
+    appendFile(requirePath("append to", path), path, content);
 }
 
 void HomeFiles::rename(std::string_view from, std::string_view to) {

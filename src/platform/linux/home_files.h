@@ -24,7 +24,7 @@ class HomeFiles final : public FileSystem {
     std::string read(std::string_view path) const override;
     void replace(std::string_view path, std::string_view bytes, Durability durability) override;
     void replaceTogether(std::span<const NewContent> files) override;
-    void append(std::string_view path, std::string_view bytes) override;
+    void append(std::string_view path, const Content& content) override;
     void rename(std::string_view from, std::string_view to) override;
     std::vector<std::string> fileNames(std::string_view folder) const override;
     std::string typeDescription(std::string_view path) const override;

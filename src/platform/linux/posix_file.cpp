@@ -118,14 +118,19 @@ void replaceFiles(std::span<const Replacement> files) {
     for (const auto& file : written) file->sync(Durability::Durable);
 }
 
-void appendFile(const std::string& path, std::string_view shown, std::string_view bytes) {
+void appendFile(const std::string& path, std::string_view shown, const Content& content) {
     const Attempt attempt{"append to", shown};
     const Descriptor file = openRegular(path, O_WRONLY | O_APPEND, attempt);
     const std::size_t before = sizeOf(file, attempt);
-    const int error = writeAll(file.get(), bytes);
-    if (error == 0) return;
-    if (::ftruncate(file.get(), static_cast<off_t>(before)) != 0) attempt.fail(errno);
-    attempt.fail(error);
+    try {
+        content.writeTo([&](std::string_view piece) {
+            if (const int error = writeAll(file.get(), piece)) attempt.fail(error);
+        });
+    } catch (...) {
+        // Not half a line: as it was.
+        if (::ftruncate(file.get(), static_cast<off_t>(before)) != 0) attempt.fail(errno);
+        throw;
+    }
 }
 
 }  // namespace tandril::platform

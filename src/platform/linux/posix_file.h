@@ -32,6 +32,6 @@ struct Replacement {
 void replaceFiles(std::span<const Replacement> files);
 
 // Adds to the end of an existing file (see FileSystem::append).
-void appendFile(const std::string& path, std::string_view shown, std::string_view bytes);
+void appendFile(const std::string& path, std::string_view shown, const Content& content);
 
 }  // namespace tandril::platform

@@ -121,8 +121,8 @@ void DriveFiles::replaceTogether(std::span<const NewContent> files) {
     replaceFiles(replacements);
 }
 
-void DriveFiles::append(std::string_view path, std::string_view bytes) {
-    appendFile(requirePath("append to", path), path, bytes);
+void DriveFiles::append(std::string_view path, const Content& content) {
+    appendFile(requirePath("append to", path), path, content);
 }
 
 void DriveFiles::rename(std::string_view from, std::string_view to) {

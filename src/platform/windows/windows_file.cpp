@@ -219,7 +219,7 @@ void replaceFiles(std::span<const Replacement> files) {
     for (const auto& file : written) file->takePlace();
 }
 
-void appendFile(const std::wstring& path, std::string_view shown, std::string_view bytes) {
+void appendFile(const std::wstring& path, std::string_view shown, const Content& content) {
     const Attempt attempt{"append to", shown};
     const File file(::CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
                                   OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
@@ -227,12 +227,16 @@ void appendFile(const std::wstring& path, std::string_view shown, std::string_vi
     if (!file.valid() || !::SetFilePointerEx(file.get(), {}, &end, FILE_END)) {
         attempt.failWithLastError();
     }
-    const DWORD error = writeAll(file.get(), bytes);
-    if (error == 0) return;
-    // Not half a line: as it was.
-    ::SetFilePointerEx(file.get(), end, nullptr, FILE_BEGIN);
-    ::SetEndOfFile(file.get());
-    attempt.fail(error);
+    try {
+        content.writeTo([&](std::string_view piece) {
+            if (const DWORD error = writeAll(file.get(), piece)) attempt.fail(error);
+        });
+    } catch (...) {
+        // Not half a line: as it was.
+        ::SetFilePointerEx(file.get(), end, nullptr, FILE_BEGIN);
+        ::SetEndOfFile(file.get());
+        throw;
+    }
 }
 
 void renameFile(const std::wstring& from, const std::wstring& to, std::string_view what,

@@ -29,7 +29,7 @@ struct Replacement {
 void replaceFiles(std::span<const Replacement> files);
 
 // Adds to the end of an existing file (see FileSystem::append).
-void appendFile(const std::wstring& path, std::string_view shown, std::string_view bytes);
+void appendFile(const std::wstring& path, std::string_view shown, const Content& content);
 
 // Gives a file a new name in its folder, in place of any other file of that name, and waits until
 // that is on the disk.
