@@ -33,11 +33,11 @@
     return [order, activity, line].filter(Boolean).join(' / ');
   }
 
-  function showForm(method, args, done) {
+  function showForm(method, args, done, keeps) {
     var isRecord = method === 'GetDetails' || method === 'GetDetailsForHRA';
     page.guard(function () {
       page.show('divDetails', {
-        method: method, args: args, title: text('details'), focus: true,
+        method: method, args: args, title: text('details'), focus: true, keeps: keeps,
         subtitle: isRecord ? keyText(args[1], args[2], args[3]) : ''
       }, function () {
         COST_PLACES.forEach(page.clear);
@@ -52,22 +52,22 @@
     openRecord(kind, order, activity, line, flag, null);
   }
 
-  function openRecord(kind, order, activity, line, flag, focused) {
+  function openRecord(kind, order, activity, line, flag, focused, keeps) {
     showForm('GetDetails', [kind, order, activity, line, '', Number(flag) || 0], function () {
       focusAgain(focused);
       Tandril.refusals.show([kind, order, activity, line]);
       if (kind === '2') {
         page.show('divCostHeader', { method: 'CostLinesHeader', args: [order, activity], title: text('costHeader'), quiet: true });
       }
-    });
+    }, keeps);
   }
 
   function showdetailsforhra(kind, order, activity, line, flag) {
     openHours(kind, order, activity, line, flag, null);
   }
 
-  function openHours(kind, order, activity, line, flag, focused) {
-    showForm('GetDetailsForHRA', [kind, order, activity, line, '', Number(flag) || 0], function () { focusAgain(focused); });
+  function openHours(kind, order, activity, line, flag, focused, keeps) {
+    showForm('GetDetailsForHRA', [kind, order, activity, line, '', Number(flag) || 0], function () { focusAgain(focused); }, keeps);
   }
 
   /** The form of a new record. A labour line without an order and activity is an hour registration. */
@@ -167,24 +167,29 @@
       form.focusProblem();
       return;
     }
+    var sent = form.snapshot();
     form.saving = true;
     page.call(method, [Tandril.records.xml(kind, key, read.fields, isNew)], function (error) {
       form.saving = false;
       if (error) { complain(error); return; }
-      form.kept = form.snapshot();
+      form.kept = isNew ? form.snapshot() : sent;
       Tandril.drafts.drop(form);
       page.say(text(isNew ? 'added' : 'saved'), 'good');
       done();
     }, function () { form.saving = false; });
   }
 
+  /** Shows a record as it is stored now; a form that somebody has gone on typing into stays. */
   function reopen(kind, key) {
+    var form = currentForm();
+    function isTypedIn() { return form === currentForm() && form.isChanged(); }
+    if (isTypedIn()) { return; }
     var number = Object.keys(KINDS).filter(function (each) { return KINDS[each] === kind; })[0];
-    var focused = focusIn(currentForm());
+    var focused = focusIn(form);
     if (kind === 'hra') {
-      openHours('4', key.order, key.activity, key.line, '2', focused);
+      openHours('4', key.order, key.activity, key.line, '2', focused, isTypedIn);
     } else {
-      openRecord(number, key.order, key.activity, key.line, '2', focused);
+      openRecord(number, key.order, key.activity, key.line, '2', focused, isTypedIn);
     }
   }
 

@@ -17,15 +17,17 @@
 
   /* ---- mode ---- */
 
+  /** Before the mode is known nothing can be synchronised: the page is still fetching what a new computer lacks. */
   function showMode() {
+    var sync = document.getElementById('sync');
     page.call('GetVariable', ['Mode'], function (mode) {
       var button = document.getElementById('mode');
       var isOffline = mode === 'Offline';
       button.setAttribute('data-mode', mode || '');
       button.setAttribute('title', text(isOffline ? 'goOnline' : 'goOffline'));
       dom.append(dom.empty(button), text(isOffline ? 'Offline' : 'Online'));
-      document.getElementById('sync').disabled = isOffline;
-    });
+      sync.disabled = isOffline;
+    }, function () { sync.disabled = false; });
   }
 
   function switchMode() {

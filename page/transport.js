@@ -17,7 +17,7 @@
   var client = null;
   var token = '';
   var waiting = [];
-  var running = false;
+  var running = true; /* as long as the way to the component is looked for, too */
 
   function makeClient() {
     try {
@@ -114,6 +114,14 @@
     });
   }
 
+  /** The way is found. What somebody has asked for meanwhile comes after what `done` asks for. */
+  function begin(done) {
+    var early = waiting.splice(0);
+    done({ ok: true, result: null, out: {} });
+    waiting = waiting.concat(early);
+    next();
+  }
+
   /* ---- the journal ---- */
 
   /* Without the host the browser's storage stands for its file, with the same answers. */
@@ -148,13 +156,13 @@
     open: function (done) {
       client = makeClient();
       if (client) {
-        done({ ok: true, result: null, out: {} });
+        begin(done);
         return;
       }
       send('GET', '/session', '', null, function (reply) {
         var session = reply.status === 200 && parse(reply.text);
         token = session && session.csrf || '';
-        done(token ? { ok: true, result: null, out: {} } : readAnswer(reply));
+        if (token) { begin(done); } else { done(readAnswer(reply)); }
       });
     },
 

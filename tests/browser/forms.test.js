@@ -142,6 +142,27 @@ test('WhereNothingCanBeKeptTheBrowserAsks', () => withForm({}, async (page) => {
   assert.deepEqual(asked, ['beforeunload']);
 }));
 
+/* The form that is shown after a save holds what is stored, and not what is typed while it comes. */
+for (const [name, method] of [['TheSave', 'updatexml'], ['TheStoredRecord', 'GetDetails']]) {
+  test(`WhatIsTypedWhile${name}IsUnderWayStays`, () => withForm({ updatexml: '' }, async (page, host) => {
+    let answer;
+    const answered = new Promise((resolve) => { answer = resolve; });
+    const ready = host.answers[method];
+    const count = called(host, method).length;
+    host.answers[method] = () => answered.then(() => ready);
+    await page.fill('#Description', 'Burner');
+    await page.click('#btnSave');
+    await waitForCall(host, method, count + 1);
+    await page.fill('#Description', 'Burners');
+    answer();
+    await page.waitForSelector('#message.good');
+    await seesAnswers(page);
+    assert.equal(await page.inputValue('#Description'), 'Burners');
+    await page.click('#divDetails [aria-label=Close]');
+    await page.waitForSelector('.question');
+  }));
+}
+
 test('ASecondPressSavesOnce', () => withForm({ updatexml: () => new Promise((resolve) => { setTimeout(resolve, 300, ''); }) }, async (page, host) => {
   await page.$eval('#btnSave', (button) => { button.click(); button.click(); });
   await waitForCall(host, 'GetDetails', 2);

@@ -5,7 +5,7 @@ const assert = require('node:assert/strict');
 const { openPage } = require('./support/browser');
 const { useBrowser, withPage, called, waitForCall } = require('./support/mock_page');
 const { startMockHost } = require('./support/mock_host');
-const { seesAnswers, seesText } = require('./support/sees');
+const { comesTo, seesAnswers, seesText } = require('./support/sees');
 const f = require('./support/fragments');
 
 const LABELS = ['Service Order', 'Activity', 'Description', 'Planned start'];
@@ -141,6 +141,23 @@ test('ARecordThatWasClosedDoesNotComeBack', () => overHost({ MyActivities: ACTIV
   await seesAnswers(page);
   assert.equal(await page.$('#divDetails .form'), null);
 }));
+
+test('WhatIsPressedBeforeThePageIsReadyWaits', async () => {
+  const host = await startMockHost({ ListOrders: 'x', canceledAgenda: f.listOrders('Cancelled', ['Order'], [{ order: 'A2', cells: [] }]) });
+  let letIn;
+  host.entrance = new Promise((resolve) => { letIn = resolve; });
+  const page = await openPage(browser(), host.address);
+  await page.click('[data-view=cancelled]');
+  assert.equal(await page.isDisabled('#sync'), true);
+  letIn();
+  await comesTo(() => called(host, 'canceledAgenda').length, 1);
+  await comesTo(() => page.isDisabled('#sync'), false);
+  assert.equal(host.calls[0].method, 'Initialize');
+  assert.equal(await page.textContent('#message'), '');
+  assert.deepEqual(page.problems, []);
+  await page.context().close();
+  await host.stop();
+});
 
 test('AFaultIsShownInPlainWords', async () => {
   const host = await startMockHost({ ListOrders: 'x', MyActivities: () => ({ fault: 'the log cannot be written' }) });

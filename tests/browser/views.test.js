@@ -73,8 +73,8 @@ for (const [name, open] of STOPS) {
   test(`IsAccessibleAndFits_${name}`, async () => {
     await open(page);
     assert.deepEqual(await violations('light'), [], 'light');
-    if (isAlike(name)) { return; }
     assert.deepEqual(await violations('dark'), [], 'dark');
+    if (isAlike(name)) { return; }
     for (const viewport of [LYING, UPRIGHT]) {
       await resize(viewport);
       assert.deepEqual(await tooWide(), [], JSON.stringify(viewport));

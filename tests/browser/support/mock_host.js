@@ -63,9 +63,12 @@ async function answerEnterprise(answer, body, request, response) {
   return typeof reply === 'string' ? send(response, 200, 'text/xml', reply) : send(response, reply.status, 'text/plain', reply.text);
 }
 
-function handle(host, request, body, response) {
+async function handle(host, request, body, response) {
   const { pathname } = new URL(request.url, 'http://127.0.0.1');
-  if (pathname === '/session') { return send(response, 200, 'application/json', JSON.stringify({ csrf: TOKEN })); }
+  if (pathname === '/session') {
+    await host.entrance;
+    return send(response, 200, 'application/json', JSON.stringify({ csrf: TOKEN }));
+  }
   if (pathname === '/journal') { return answerJournal(host, request, body, response); }
   if (pathname === '/messages') { return send(response, 200, 'application/json', JSON.stringify(host.messages)); }
   if (pathname.startsWith('/client20/')) {
@@ -81,7 +84,8 @@ function handle(host, request, body, response) {
 
 /**
  * Starts a host; { address, calls, fetched, answers, enterprise, journal, messages, stop() }; enterprise[PATH] is an answer,
- * see above. For the journal: beforeWrite(), onKept(content), hangAfter = a state of the upload.
+ * see above. For the journal: beforeWrite(), onKept(content), hangAfter = a state of the upload. The session is given once
+ * `entrance` is settled.
  */
 async function startMockHost(answers = {}, enterprise = {}) {
   const host = {
