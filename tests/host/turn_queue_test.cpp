@@ -13,7 +13,6 @@
 namespace tandril::host {
 namespace {
 
-using testing::ElementsAre;
 using namespace std::chrono_literals;
 
 // Work that runs until it is told to end.

@@ -112,7 +112,7 @@ class Day:
             restore_signals=limit is None)
 
     def answers(self, home, calls, limit=None):
-        output, _ = self.start(home, limit).communicate(requests(calls), timeout=300)
+        output, _ = self.start(home, limit).communicate(requests(calls), timeout=600)
         return [json.loads(line) for line in output.splitlines()]
 
     def flaw(self, home, number):

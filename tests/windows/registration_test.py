@@ -100,7 +100,7 @@ class Machine:
 
     def run(self, *command):
         return subprocess.run([days.WINE, self.prefix, *command], check=False, capture_output=True,
-                              timeout=300).returncode
+                              timeout=600).returncode
 
     def registry(self, name):
         paths = [self.scratch / f"{name}-{half}.reg" for half in ("machine", "user")]

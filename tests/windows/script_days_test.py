@@ -184,7 +184,7 @@ class Machine:
 
     def run(self, *command, **settings):
         return subprocess.run([days.WINE, self.prefix, *command], check=False, capture_output=True,
-                              timeout=120, env={**os.environ, **settings})
+                              timeout=600, env={**os.environ, **settings})
 
     def prepare(self, day):
         folder = self.drive / days.INSTALL

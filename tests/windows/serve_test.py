@@ -19,7 +19,7 @@ import days
 import sample_day
 
 PAGE = days.PROJECT / "page"
-PATIENCE = 120  # seconds
+PATIENCE = 600  # seconds
 STAMP = re.compile(r"^\d{4}-\d\d-\d\d \d\d:\d\d:\d\d ", re.MULTILINE)
 
 

@@ -30,7 +30,7 @@ class Machine:
 
     def run(self, *command):
         done = subprocess.run([WINE, self.folder, *command], cwd=self.scratch, text=True,
-                              capture_output=True, encoding="utf-8", timeout=120)
+                              capture_output=True, encoding="utf-8", timeout=600)
         return done.returncode, done.stdout.replace("\r\n", "\n")
 
     def script(self, name, text):

@@ -19,7 +19,7 @@ function start(name, args) {
   child.stderr.on('data', (text) => { errors += text; });
   const stopped = new Promise((resolve) => child.on('close', resolve));
   const url = new Promise((resolve, reject) => {
-    const timer = setTimeout(() => reject(new Error(`${name} printed no URL: ${output}${errors}`)), PATIENCE).unref();
+    const timer = setTimeout(() => reject(new Error(`${name} printed no URL: ${output}${errors}`)), 3 * PATIENCE).unref();
     child.on('error', reject);
     child.on('close', (code) => reject(new Error(`${name} ended with ${code}: ${errors}`)));
     child.stdout.on('data', (text) => {

@@ -15,7 +15,7 @@ namespace {
 class ShellTest : public ::testing::Test {
   protected:
     bool waitFor(const char* relative) const {
-        for (int i = 0; i < 1000 && !home.exists(relative); ++i) ::Sleep(10);
+        for (int i = 0; i < 6000 && !home.exists(relative); ++i) ::Sleep(10);
         return home.exists(relative);
     }
 
