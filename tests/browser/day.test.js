@@ -8,7 +8,7 @@ const fs = require('node:fs');
 const path = require('node:path');
 const { launch, openPage } = require('./support/browser');
 const { startSystem } = require('./support/system');
-const { comesTo, seesText, seesView } = require('./support/sees');
+const { comesTo, eventually, seesText, seesView } = require('./support/sees');
 
 let browser;
 let system;
@@ -44,7 +44,7 @@ async function save() {
 test('TheFirstRunFetchesTheWork', async () => {
   assert.match(await page.textContent('#message'), /Your work has been fetched/);
   await seesText(page, '#syncState', /just now/);
-  assert.ok((await page.$$('#divList tr.orderrow')).length >= 10);
+  await eventually(async () => assert.ok((await page.$$('#divList tr.orderrow')).length >= 10));
 });
 
 test('AnEditIsStoredAndWaits', async () => {

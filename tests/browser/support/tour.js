@@ -26,6 +26,7 @@ const form = (view, name) => [view, async (page) => {
 }];
 
 async function openActivity(page) {
+  await page.$eval('#divCostHeader', (place) => place.replaceChildren());
   await page.click(`${ACTIVITY} .links`);
   await page.waitForSelector('#divCostHeader select');
 }
