@@ -42,6 +42,11 @@ std::string quoted(std::string_view value) {
 
 std::string arguments(std::initializer_list<std::string_view> values) {
     std::string text;
+    std::size_t size = 0;
+    for (const std::string_view value : values) {
+        size += value.size() + 3;
+    }
+    text.reserve(size);
     for (const std::string_view value : values) {
         if (!text.empty()) {
             text += ',';
@@ -54,19 +59,11 @@ std::string arguments(std::initializer_list<std::string_view> values) {
 }
 
 std::string scriptCall(std::string_view function, std::string_view arguments) {
-    std::string text("javascript:");
-    text += function;
-    text += '(';
-    text += arguments;
-    text += ')';
-    return text;
+    return joined({"javascript:", function, "(", arguments, ")"});
 }
 
 std::string cell(std::string_view content) {
-    std::string text("<td>");
-    text += content;
-    text += "</td>";
-    return text;
+    return joined({"<td>", content, "</td>"});
 }
 
 std::string panelTitle(PanelButtons buttons, std::string_view title, std::string_view panel) {

@@ -25,20 +25,21 @@ void appendRow(std::string& html, const std::vector<std::string>& columns,
     html += "</tr>";
 }
 
-// The header and all records; "" for an empty table.
-std::string rows(const Source& source, const Table& table) {
-    std::string html;
+// Appends the header and all records, and returns whether there were any.
+bool appendRows(std::string& html, const Source& source, const Table& table) {
     std::vector<std::string> columns;
+    bool hasRecords = false;
     source.connection().query(
         selectAll(table.name), [&](const std::vector<std::string>& names) { columns = names; },
         [&](const std::vector<std::string>& record) {
-            if (html.empty()) {
-                html = headerRow(source.mapper, columns);
+            if (!hasRecords) {
+                html += headerRow(source.mapper, columns);
+                hasRecords = true;
             }
             appendRow(html, columns, record);
             return true;
         });
-    return html;
+    return hasRecords;
 }
 
 }  // namespace
@@ -53,8 +54,9 @@ std::string listing(const Source& source, std::string_view code) {
     }
     std::string html(windowOpening);
     html += windowFrame(source.mapper, table->titleCode, container);
-    const std::string content = rows(source, *table);
-    html += content.empty() ? messageRow(source.mapper, noRecords) : content;
+    if (!appendRows(html, source, *table)) {
+        html += messageRow(source.mapper, noRecords);
+    }
     html += windowClosing;
     return html;
 }

@@ -46,16 +46,13 @@ std::string fillingCell(const Table& table, const Record& columns, const Record&
         arguments += ',';
         arguments += html::quoted(record[static_cast<std::size_t>(number - columns.begin())]);
     }
-    std::string html("<td nowrap><a href=");
-    html += html::scriptCall("FillValues", arguments);
-    html += ">";
-    html += key;
-    html += "</a></td>";
-    return html;
+    return html::joined(
+        {"<td nowrap><a href=", html::scriptCall("FillValues", arguments), ">", key, "</a></td>"});
 }
 
-std::string zoomRow(const Table& table, const Record& columns, const Record& record) {
-    std::string html("<tr>");
+void appendZoomRow(std::string& html, const Table& table, const Record& columns,
+                   const Record& record) {
+    html += "<tr>";
     for (std::size_t index = 0; index < columns.size(); ++index) {
         if (columns[index] == table.keyColumn) {
             html += fillingCell(table, columns, record, record[index]);
@@ -64,33 +61,37 @@ std::string zoomRow(const Table& table, const Record& columns, const Record& rec
         }
     }
     html += "</tr>";
-    return html;
 }
 
-std::string zoomRecords(const Source& source, const Table& table, std::string_view value) {
-    std::string html;
+// The two kinds of window append their records, and return whether there were any.
+bool appendZoomRecords(std::string& html, const Source& source, const Table& table,
+                       std::string_view value) {
     Record columns;
+    bool hasRecords = false;
     source.connection().query(
         zoomQuery(table, value), [&](const Record& names) { columns = names; },
         [&](const Record& record) {
-            if (html.empty()) {
-                html = windowFrame(source.mapper, zoomTitle, container) +
-                       headerRow(source.mapper, columns);
+            if (!hasRecords) {
+                html += windowFrame(source.mapper, zoomTitle, container);
+                html += headerRow(source.mapper, columns);
+                hasRecords = true;
             }
-            html += zoomRow(table, columns, record);
+            appendZoomRow(html, table, columns, record);
             return true;
         });
-    return html;
+    return hasRecords;
 }
 
-std::string hyperlinkRecord(const Source& source, const Table& table, std::string_view value) {
-    std::string html;
+bool appendHyperlinkRecord(std::string& html, const Source& source, const Table& table,
+                           std::string_view value) {
     Record columns;
+    bool hasRecord = false;
     source.connection().query(
         selectWhere(table.name, table.keyColumn, value),
         [&](const Record& names) { columns = names; },
         [&](const Record& record) {
-            html = windowFrame(source.mapper, hyperlinkTitle, container);
+            hasRecord = true;
+            html += windowFrame(source.mapper, hyperlinkTitle, container);
             for (std::size_t index = 0; index < columns.size(); ++index) {
                 if (isShown(columns[index])) {
                     html += "<tr><td nowrap>&nbsp;";
@@ -100,7 +101,7 @@ std::string hyperlinkRecord(const Source& source, const Table& table, std::strin
             }
             return false;
         });
-    return html;
+    return hasRecord;
 }
 
 }  // namespace
@@ -114,10 +115,12 @@ std::string fieldWindow(const Source& source, WindowKind kind, std::string_view 
         return html;
     }
     const Table& table = zoomTable(field);
-    const std::string records = kind == WindowKind::Hyperlink
-                                    ? hyperlinkRecord(source, table, value)
-                                    : zoomRecords(source, table, value);
-    html += records.empty() ? messageRow(source.mapper, noRecords) : records;
+    const bool hasRecords = kind == WindowKind::Hyperlink
+                                ? appendHyperlinkRecord(html, source, table, value)
+                                : appendZoomRecords(html, source, table, value);
+    if (!hasRecords) {
+        html += messageRow(source.mapper, noRecords);
+    }
     html += windowClosing;
     return html;
 }
