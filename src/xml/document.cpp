@@ -63,6 +63,15 @@ std::string_view withoutMark(std::string_view text) {
     return text.substr(text.starts_with(byteOrderMark) ? byteOrderMark.size() : 0);
 }
 
+bool isUtf16(Encoding encoding) {
+    return encoding == Encoding::Utf16Le || encoding == Encoding::Utf16Be;
+}
+
+// A declaration of UTF-16 leaves the order of the bytes open.
+bool areAlike(Encoding one, Encoding other) {
+    return one == other || (isUtf16(one) && isUtf16(other));
+}
+
 std::string quoted(std::string_view name, std::string_view value) {
     return value.empty() ? std::string()
                          : " " + std::string(name) + "=\"" + std::string(value) + '"';
@@ -96,14 +105,27 @@ std::optional<Document> Document::build(std::string text) {
 
 std::optional<Document> Document::parse(std::string_view text) {
     std::optional<Document> document = build(std::string(withoutMark(text)));
-    if (document && !document->encodingName_.empty()) {
-        if (const auto named = encodingNamed(document->encodingName_)) {
-            document->encoding_ = *named;
-        } else {
-            document->encodingName_ = "UTF-8";
-        }
+    if (document) {
+        document->writeAsDeclared();
     }
     return document;
+}
+
+// A declaration may name another encoding than the one that the document came in, which its mark
+// tells.
+void Document::writeAsDeclared() {
+    if (encodingName_.empty()) {
+        return;
+    }
+    const auto named = encodingNamed(encodingName_);
+    if (!named) {
+        encodingName_ = "UTF-8";
+    }
+    const Encoding declared = named.value_or(Encoding::Utf8);
+    if (!areAlike(declared, encoding_)) {
+        encoding_ = declared;
+        hasMark_ = false;
+    }
 }
 
 std::optional<Document> Document::decode(std::string bytes) {
@@ -115,6 +137,7 @@ std::optional<Document> Document::decode(std::string bytes) {
     if (document) {
         document->encoding_ = decoded->encoding;
         document->hasMark_ = decoded->hadMark;
+        document->writeAsDeclared();
     }
     return document;
 }

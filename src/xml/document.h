@@ -32,8 +32,8 @@ class Document {
     // The whole document as text. Its declaration, if there is one, names no encoding.
     std::string text() const;
 
-    // The whole document as bytes, in the encoding that it was decoded from. A document that came
-    // as a text is written in the encoding that its declaration names.
+    // The whole document as bytes, in the encoding that its declaration names; without one, in the
+    // encoding that it was decoded from.
     std::string bytes() const;
     // The same in pieces, for a file. Valid as long as the document, which must not change.
     platform::Content content() const;
@@ -56,6 +56,7 @@ class Document {
     bool hasMark_ = false;
 
     static std::optional<Document> build(std::string text);
+    void writeAsDeclared();
     std::string declaration(std::string_view encodingName) const;
     std::string serialised(std::string_view encodingName) const;
     void writeUtf8(const platform::Content::Sink& sink) const;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/unicode.h"
 #include "support/memory_files.h"
 #include "xml/node.h"
 
@@ -88,6 +89,35 @@ TEST(Document, CorrectsAnUnknownEncodingOfAText) {
 
 TEST(Document, KeepsAByteOrderMark) {
     const std::string bytes = "\xEF\xBB\xBF<a>\xC3\xA4</a>";
+    const auto document = Document::decode(bytes);
+    ASSERT_TRUE(document);
+    EXPECT_EQ(document->bytes(), bytes);
+}
+
+TEST(Document, IsWrittenAsItsDeclarationSaysWhateverItsMarkSaid) {
+    const auto latin = Document::decode(
+        "\xEF\xBB\xBF<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><a>\xC3\xA4</a>");
+    ASSERT_TRUE(latin);
+    EXPECT_EQ(text(latin->root()), "\xC3\xA4");
+    EXPECT_EQ(latin->bytes(), "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><a>\xE4</a>");
+    EXPECT_TRUE(Document::decode(latin->bytes()));
+
+    const auto wide = Document::decode(platform::utf16FromUtf8(
+        "\xEF\xBB\xBF<?xml version=\"1.0\" encoding=\"UTF-8\"?><a>\xC3\xA4</a>",
+        platform::ByteOrder::BigEndian));
+    ASSERT_TRUE(wide);
+    EXPECT_EQ(wide->bytes(), "<?xml version=\"1.0\" encoding=\"UTF-8\"?><a>\xC3\xA4</a>");
+
+    const auto unknown =
+        Document::decode("\xEF\xBB\xBF<?xml version=\"1.0\" encoding=\"x-klingon\"?><a/>");
+    ASSERT_TRUE(unknown);
+    EXPECT_EQ(unknown->bytes(), "\xEF\xBB\xBF<?xml version=\"1.0\" encoding=\"UTF-8\"?><a/>");
+}
+
+TEST(Document, KeepsTheByteOrderOfUtf16) {
+    const std::string bytes = platform::utf16FromUtf8(
+        "\xEF\xBB\xBF<?xml version=\"1.0\" encoding=\"UTF-16\"?><a>\xC3\xA4</a>",
+        platform::ByteOrder::BigEndian);
     const auto document = Document::decode(bytes);
     ASSERT_TRUE(document);
     EXPECT_EQ(document->bytes(), bytes);
