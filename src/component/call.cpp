@@ -43,7 +43,7 @@ class LogEntry {
     void end() { sink_(files_.encodeAnsi(std::exchange(piece_, {}))); }
 
   private:
-    static constexpr std::size_t pieceSize = 256 * 1024;
+    static constexpr std::size_t pieceSize = std::size_t{256} * 1024;
 
     const platform::FileSystem& files_;
     const platform::Content::Sink& sink_;

@@ -25,9 +25,9 @@ class Content {
     using Source = std::function<void(const Sink& sink)>;
 
     explicit Content(Source source) : source_(std::move(source)) {}
-    // Bytes that stay where they are for as long as this object.
+    // Bytes that stay where they are for as long as this object. Texts are given as they are:
     template <std::convertible_to<std::string_view> Bytes>
-    Content(const Bytes& bytes)
+    Content(const Bytes& bytes)  // NOLINT(google-explicit-constructor)
         : source_([whole = std::string_view(bytes)](const Sink& sink) { sink(whole); }) {}
     Content(std::string&&) = delete;
 

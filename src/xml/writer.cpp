@@ -7,7 +7,7 @@ namespace tandril::xml {
 namespace {
 
 // Fits into the processor's cache, and is long enough for the call that writes it not to count.
-constexpr std::size_t pieceSize = 256 * 1024;
+constexpr std::size_t pieceSize = std::size_t{256} * 1024;
 
 std::string_view textReference(char c) {
     switch (c) {
