@@ -11,6 +11,7 @@
 #include "host/home_lock.h"
 #include "host/host.h"
 #include "host/messages.h"
+#include "platform/browser.h"
 #include "platform/machine.h"
 #include "platform/stop_signals.h"
 #include "platform/utf8_path.h"
@@ -46,6 +47,7 @@ void ServeCommand::define(Parser& parser) {
         ->type_name("SECONDS")
         ->capture_default_str()
         ->check(CLI::Range(1, kLongestTimeout));
+    parser.add_flag("--open", open_, "Open the page in the browser");
     parser.add_option("--body-limit", bodyLimit_, "Refuse longer requests")
         ->type_name("MiB")
         ->capture_default_str()
@@ -72,6 +74,9 @@ int ServeCommand::run(const Streams& streams) {
     host::Host host(settings, client, machine.files, messages, streams.err);
 
     streams.out << host.launchUrl() << std::endl;
+    if (open_ && !platform::openInBrowser(host.launchUrl())) {
+        streams.err << "no browser can be started; open the address above in one" << std::endl;
+    }
     signals.wait();
     host.stop();
     return kSuccess;

@@ -20,6 +20,7 @@ class ServeCommand : public Command {
     HomeOption home_;
     std::optional<int> port_;
     std::string page_;
+    bool open_ = false;
     std::string enterprise_;
     int enterpriseTimeout_ = 60;  // seconds
     int bodyLimit_ = 64;          // MiB

@@ -74,6 +74,12 @@ same_in_both_views() {
             !/^\[[^]]*Wow6432Node/ && /^\[[^]]*(Classes\\\\(CLSID|Interface)|ODBC|Vorn)/' "$1") >"$output"
 }
 
+# shortcut_starts NAME COMMAND
+shortcut_starts() {
+    rows Shortcut >"$output"
+    [ "$(awk -F '\t' -v name="$1" '$3 == name { print $5 " " $6 }' "$output")" = "$2" ]
+}
+
 new_tree page/index.html
 unzip() { python3 -m zipfile -e "$@"; }
 run unzip "$(the_zip)" "$scratch/unpacked"
@@ -103,6 +109,9 @@ for component in x64 x86; do
         users_may_write "$(key_of $component DBQ 'Tandril Master Data')" Registry 0x2001f
 done
 ok "no setting is ever written over" settings_are_left_alone
+ok "the start menu has the page in the browser" \
+    shortcut_starts 'TANDRILB|Tandril in the browser' \
+    '[System64Folder]cmd.exe /c ""[INSTALLDIR]tandril.exe" serve --open || pause"'
 
 run "$project/tests/windows/wine-prefix" "$machine"
 ok "there is a machine" exit_status_is 0
