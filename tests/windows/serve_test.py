@@ -6,6 +6,7 @@
 Beside PROGRAM lies tandril-enterprise, the enterprise server that both hosts ask.
 """
 
+import atexit
 import http.client
 import json
 import pathlib
@@ -29,9 +30,10 @@ class Running:
     def __init__(self, *command):
         self.process = subprocess.Popen([str(word) for word in command], encoding="utf-8",
                                         stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        # Whatever goes wrong, nothing runs on after the test.
+        atexit.register(self.process.kill)
         self.url = self.process.stdout.readline().strip()
         if not self.url.startswith("http://127.0.0.1:"):
-            self.process.kill()
             sys.exit(f"{command[-1]} printed {self.url!r} {self.process.stderr.read()}")
         self.port = int(re.search(r":(\d+)", self.url).group(1))
 
