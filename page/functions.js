@@ -130,7 +130,7 @@
   /** Shows the lists as they are now; with `isLost` the focus, whose record is gone, comes back to the first of them. */
   function refreshLists(isLost) {
     page.refresh('divList', function (shown) {
-      if (isLost && shown.list) { shown.list.focusActive(); }
+      if (isLost && shown.list) { shown.list.takeFocus(); }
     });
     page.refresh('divCosts');
     page.refresh('divCostLines');

@@ -14,10 +14,6 @@
 
   var ALL_AT_ONCE = 250; /* rows; a longer list builds the rows in view only */
   var MARGIN = 12; /* rows built above and below the view */
-  var SAMPLE = 400; /* rows looked at for the widths of the columns */
-  var NARROWEST = 3; /* characters of a column */
-  var WIDEST = 32;
-  var ALL_WIDTHS = 110; /* characters that a list of few columns shares out among them */
 
   /* Pixels of a row, which the style sheet makes higher for fingers. */
   function rowHeight() {
@@ -37,7 +33,7 @@
     this.rowHeight = rowHeight();
     this.growing = options.growing;
     this.active = 0;
-    this.columns = this.rows.slice(0, SAMPLE).reduce(function (count, row) {
+    this.columns = this.rows.slice(0, rows.SAMPLE).reduce(function (count, row) {
       return row.group ? count : Math.max(count, row.look().cells.length);
     }, this.head.length);
     this.build();
@@ -54,7 +50,7 @@
    */
   List.prototype.grow = function (nodes, isLast) {
     var isPlain = this.shown === this.rows;
-    var wasSample = this.rows.length < SAMPLE;
+    var wasSample = this.rows.length < rows.SAMPLE;
     this.addRows(nodes);
     if (wasSample) { this.setWidths(); }
     if (isPlain) {
@@ -64,8 +60,8 @@
     }
     this.growing = !isLast;
     if (isLast) {
-      if (this.active === 0) { this.findActive(); }
       this.restore();
+      this.findActiveAgain();
       if (this.onwhole) { this.onwhole(); }
     }
     if (this.onchange) { this.onchange(); }
@@ -99,17 +95,11 @@
     return this.group;
   };
 
-  /* Widths come from the longest texts, so that columns do not jump while rows come into view. */
   List.prototype.setWidths = function () {
-    var widest = Math.max(WIDEST, Math.floor(ALL_WIDTHS / this.columns));
-    for (var column = 0; column < this.columns; column++) {
-      var longest = (this.head[column] || '').length;
-      for (var i = 0; i < this.rows.length && i < SAMPLE; i++) {
-        if (!this.rows[i].group) { longest = Math.max(longest, this.rows[i].textAt(column).length); }
-      }
-      var width = Math.min(Math.max(longest, NARROWEST), widest);
-      this.group.children[column].style.width = 'calc(' + width + 'ch + 26px)';
-    }
+    var group = this.group;
+    rows.widths(this.rows, this.head, this.columns).forEach(function (width, column) {
+      group.children[column].style.width = 'calc(' + width + 'ch + 26px)';
+    });
   };
 
   List.prototype.makeHead = function (column) {
@@ -165,6 +155,18 @@
   List.prototype.findActive = function () {
     var current = this.indexOf(this.state.current);
     this.active = current >= 0 ? current : Math.max(0, Math.min(this.state.active || 0, this.shown.length - 1));
+  };
+
+  /* The row that the keyboard is on may be among those that came late; but where the user has gone meanwhile he stays. */
+  List.prototype.findActiveAgain = function () {
+    var before = this.active;
+    if (before !== 0 && before === this.state.active) { return; }
+    this.findActive();
+    var found = this.active;
+    this.active = before;
+    if (found !== before) { this.setActive(found); }
+    var isFree = document.activeElement === document.body || this.body.contains(document.activeElement);
+    if (this.wantsFocus && isFree) { this.focusActive(); }
   };
 
   List.prototype.indexOf = function (key) {
@@ -341,11 +343,19 @@
 
   List.prototype.focusActive = function () {
     var element = this.elementAt(this.active);
+    this.isOwnFocus = true; /* which is no move of the user's */
     if (element) { element.focus(); }
+    this.isOwnFocus = false;
+  };
+
+  /** Gives the focus to the row that the keyboard is on, also when that one has yet to come. */
+  List.prototype.takeFocus = function () {
+    this.wantsFocus = true;
+    this.focusActive();
   };
 
   List.prototype.focused = function (event) {
-    var element = dom.around(event.target, 'opens', this.body);
+    var element = this.isOwnFocus ? null : dom.around(event.target, 'opens', this.body);
     if (element) { this.setActive(Number(element.getAttribute('data-index'))); }
   };
 

@@ -203,7 +203,7 @@
       put(place, fragment, view, head);
       if (!view.again) { announce(place, view.title); }
       if (view.focus) { focusTitle(place); }
-      if (hadFocus && place.shown.list) { place.shown.list.focusActive(); }
+      if (hadFocus && place.shown.list) { place.shown.list.takeFocus(); }
       if (done) { done(place.shown); }
     }, function () { arrive(place, view); });
   }

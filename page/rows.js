@@ -7,6 +7,11 @@
 
   var ROW_CALLS = ['showdetails', 'showdetailsforhra', 'FillValues'];
 
+  var SAMPLE = 400; /* rows looked at for the widths of the columns */
+  var NARROWEST = 3; /* characters of a column */
+  var WIDEST = 32;
+  var ALL_WIDTHS = 110; /* characters that a list of few columns shares out among them */
+
   function mainCall(cells) {
     for (var i = 0; i < cells.length; i++) {
       for (var k = 0; k < cells[i].kids.length; k++) {
@@ -93,5 +98,22 @@
     return kept;
   }
 
-  Tandril.rows = { Row: Row, sorted: sorted, filtered: filtered, leadingText: leadingText };
+  /**
+   * The widths of the columns in characters. They come from the longest texts, so that columns do not jump while rows come
+   * into view.
+   */
+  function widths(rows, head, columns) {
+    var widest = Math.max(WIDEST, Math.floor(ALL_WIDTHS / columns));
+    var found = [];
+    for (var column = 0; column < columns; column++) {
+      var longest = (head[column] || '').length;
+      for (var i = 0; i < rows.length && i < SAMPLE; i++) {
+        if (!rows[i].group) { longest = Math.max(longest, rows[i].textAt(column).length); }
+      }
+      found.push(Math.min(Math.max(longest, NARROWEST), widest));
+    }
+    return found;
+  }
+
+  Tandril.rows = { SAMPLE: SAMPLE, Row: Row, sorted: sorted, filtered: filtered, leadingText: leadingText, widths: widths };
 }(window));

@@ -42,7 +42,7 @@ test('OnlyTheRowsInViewAreBuilt', async () => {
 test('TheEndOfTheListCanBeReachedByKeyboard', async () => {
   await page.focus('#divList tbody tr[tabindex="0"]');
   await page.keyboard.press('End');
-  await seesFocused(/Work 2499 20/);
+  await seesFocused(/^20Work 2499 20/);
   await page.keyboard.press('Home');
   await seesFocused('A0');
 });
@@ -76,6 +76,24 @@ test('FilterAndPositionSurviveANewCall', async () => {
   });
   await comesTo(() => page.$eval('#divList .scroll', ({ isOld, scrollTop }) => [Boolean(isOld), scrollTop]), [false, 40000]);
   assert.equal(await page.inputValue('#divList input[type=search]'), '20');
+});
+
+/* The page shows what it has read in a set time first, here only a few rows. */
+test('TheFocusReturnsToARowThatComesLate', async () => {
+  await page.fill('#divList input[type=search]', '');
+  await page.focus('#divList tbody tr[tabindex="0"]');
+  await page.keyboard.press('End');
+  await seesFocused(/^20Work 2499 20/);
+  const begin = await page.evaluateHandle(() => window.Tandril.panel.begin);
+  await page.evaluate((whole) => {
+    window.Tandril.panel.begin = (text, milliseconds, keys) => whole(text, 1, keys);
+    document.querySelector('#divList .scroll').isOld = true;
+    window.Tandril.page.refresh('divList');
+  }, begin);
+  await comesTo(() => page.$eval('#divList .scroll', ({ isOld }) => Boolean(isOld)), false);
+  await seesText(page, '#divList .count', '5000');
+  await seesFocused(/^20Work 2499 20/);
+  await page.evaluate((whole) => { window.Tandril.panel.begin = whole; }, begin);
 });
 
 test('AZoomOverAHundredThousandRowsShowsItsFirstPageBeforeTheRest', async () => {
