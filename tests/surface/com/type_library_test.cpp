@@ -59,6 +59,14 @@ class TypeLibraryTest : public testing::Test {
         }
     }
 
+    // "name: description" of the library or of a type.
+    template <class Described>
+    static std::string documentation(Described& described) {
+        BSTR name = nullptr, description = nullptr;
+        EXPECT_EQ(described.GetDocumentation(-1, &name, &description, nullptr, nullptr), S_OK);
+        const std::string named = textOf(name);
+        return named + ": " + textOf(description);
+    }
     ComPtr<ITypeInfo> typeOf(const GUID& id) const {
         ComPtr<ITypeInfo> info;
         EXPECT_EQ(library_->GetTypeInfoOfGuid(id, &info), S_OK);
@@ -158,9 +166,12 @@ TEST_F(TypeLibraryTest, HoldsTheInterfaceAndTheClassAlone) {
     EXPECT_EQ(attributes->wMinorVerNum, 0);
     EXPECT_EQ(attributes->syskind, SYS_WIN64);
     library_->ReleaseTLibAttr(attributes);
-    BSTR name = nullptr;
-    ASSERT_EQ(library_->GetDocumentation(-1, &name, nullptr, nullptr, nullptr), S_OK);
-    EXPECT_EQ(textOf(name), "Tandril");
+}
+
+TEST_F(TypeLibraryTest, NamesAndDescribesWhatItHolds) {
+    EXPECT_EQ(documentation(*library_.Get()), "Tandril: Tandril");
+    EXPECT_EQ(documentation(*typeOf(CLSID_Client20).Get()), "Client20: Field-service client");
+    EXPECT_EQ(documentation(*typeOf(IID__Client20).Get()), "_Client20: ");
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-#include "system/recorded_day.h"
+#include "system/linux/recorded_day.h"
 
 #include "component/module.h"
 #include "platform/machine.h"

@@ -11,7 +11,7 @@
 #include "platform/linux/posix_file.h"
 #include "store/order_store.h"
 #include "support/child_process.h"
-#include "system/recorded_day.h"
+#include "system/linux/recorded_day.h"
 
 #ifndef TANDRIL_KILLS
 #define TANDRIL_KILLS 500
