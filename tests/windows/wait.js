@@ -1,2 +1,3 @@
-// A program that does nothing, for longer than any run of the tests takes.
+// A program that says when it runs, and then does nothing for longer than any run of the tests takes.
+new ActiveXObject("Scripting.FileSystemObject").CreateTextFile(WScript.Arguments(0)).Close();
 WScript.Sleep(20 * 60 * 1000);
