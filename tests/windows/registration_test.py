@@ -65,31 +65,33 @@ def escaped(text):
     return text.replace("\\", "\\\\").replace('"', '\\"')
 
 
+def with_keys(lines):
+    """(key, line) of each value, and (key, "") of each key on the way to one."""
+    keys = set()
+    for key, _ in lines:
+        while key and key not in keys:
+            keys.add(key)
+            key = key.rpartition("\\")[0]
+    return lines | {(key, "") for key in keys}
+
+
 def lines_of(rows):
     """The rows as a saved registry tells them."""
-    return {(key.lower(), (f'"{name}"' if name else "@") + f'="{escaped(text)}"')
-            for key, name, text in rows}
+    return with_keys({(key.lower(), (f'"{name}"' if name else "@") + f'="{escaped(text)}"')
+                      for key, name, text in rows})
 
 
 def read_saved(path, root):
-    """(key, line) of each value, and of each key that has neither values nor keys. When a key was
-    changed is no part of it."""
-    text = path.read_text(encoding="latin-1")
-    rows, key, lines = set(), None, []
-
-    def end_key():
-        if key is not None:
-            rows.update((key, line) for line in lines or [""])
-
-    for line in re.sub(r"\\\n *", "", text).split("\n"):
+    """When a key was changed is no part of it."""
+    lines, key = set(), ""
+    for line in re.sub(r"\\\n *", "", path.read_text(encoding="latin-1")).split("\n"):
         head = re.fullmatch(r"\[(.*)\] \d+", line)
         if head:
-            end_key()
-            key, lines = (root + "\\" + head[1].replace("\\\\", "\\")).lower(), []
-        elif line and not line.startswith("#time="):
-            lines.append(line)
-    end_key()
-    return rows
+            key = (root + "\\" + head[1].replace("\\\\", "\\")).lower()
+            lines.add((key, ""))
+        elif key and line and not line.startswith("#time="):
+            lines.add((key, line))
+    return with_keys(lines)
 
 
 class Machine:
@@ -142,7 +144,8 @@ def main(prefix, dll, saver, scratch):
     before = machine.settled_registry()
     cases.check("the settings of all programs are seen",
                 None if len(before) > 10000 else f"{len(before)} rows")
-    cases.check("nothing is registered before", shown("there is", rows & before))
+    values = {(key, line) for key, line in rows if line}
+    cases.check("nothing is registered before", shown("there is", values & before))
     cases.check("regsvr32 succeeds", machine.run("regsvr32", "/s", path))
     cases.check("regsvr32 adds the rows of the class and changes no other",
                 difference(before | rows, machine.registry("registered")))

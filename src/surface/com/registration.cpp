@@ -37,6 +37,12 @@ bool hasOtherView() {
     return kIs64Bit || (::IsWow64Process(::GetCurrentProcess(), &isBelow64Bit) && isBelow64Bit);
 }
 
+// What the component writes into, with everybody else.
+std::vector<std::wstring> foreignKeys() {
+    return {L"SOFTWARE\\Classes", L"SOFTWARE\\Classes\\CLSID", L"SOFTWARE\\Classes\\Interface",
+            L"SOFTWARE\\Classes\\TypeLib"};
+}
+
 std::wstring classKey() {
     return kClasses + (L"CLSID\\" + textOf(CLSID_Client20));
 }
@@ -109,7 +115,7 @@ bool isOtherBitnessRegistered() {
 // what it wrote before it failed.
 HRESULT registerServer() noexcept {
     return guarded([] {
-        RegistryChanges changes(HKEY_LOCAL_MACHINE);
+        RegistryChanges changes(HKEY_LOCAL_MACHINE, foreignKeys());
         for (const Rows& rows : {ownRows(), sharedRows()}) {
             for (const RegistryText& row : rows) changes.set(row);
         }
@@ -120,7 +126,7 @@ HRESULT registerServer() noexcept {
 
 HRESULT unregisterServer() noexcept {
     return guarded([] {
-        RegistryChanges changes(HKEY_LOCAL_MACHINE);
+        RegistryChanges changes(HKEY_LOCAL_MACHINE, foreignKeys());
         for (const RegistryText& row : ownRows()) changes.remove(row);
         if (!isOtherBitnessRegistered()) {
             for (const RegistryText& row : sharedRows()) changes.remove(row);

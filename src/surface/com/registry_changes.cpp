@@ -89,6 +89,8 @@ void RegistryChanges::createKey(const std::wstring& path, REGSAM view) {
 }
 
 bool RegistryChanges::deleteIfEmpty(const std::wstring& path, REGSAM view) {
+    if (std::find(foreignKeys_.begin(), foreignKeys_.end(), path) != foreignKeys_.end())
+        return false;
     RegistryKey key;
     DWORD keys = 0;
     DWORD values = 0;

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tandril::com {
@@ -20,8 +21,10 @@ struct RegistryText {
 // kept when the object is destroyed is taken back.
 class RegistryChanges {
   public:
-    // Below that key, which stays open as long as the object.
-    explicit RegistryChanges(HKEY root) : root_(root) {}
+    // Below that key, which stays open as long as the object. Foreign keys stay even when they
+    // become empty: they are not of those who write into them.
+    explicit RegistryChanges(HKEY root, std::vector<std::wstring> foreignKeys = {})
+        : root_(root), foreignKeys_(std::move(foreignKeys)) {}
     ~RegistryChanges();
     RegistryChanges(const RegistryChanges&) = delete;
     RegistryChanges& operator=(const RegistryChanges&) = delete;
@@ -53,6 +56,7 @@ class RegistryChanges {
     void takeBack(const Step& step) const;
 
     HKEY root_;
+    std::vector<std::wstring> foreignKeys_;
     std::vector<Step> steps_;
 };
 

@@ -95,6 +95,15 @@ TEST_F(RegistryChangesTest, RemovesAKeyWithItsLastValueAndTheEmptyOnesAbove) {
     EXPECT_EQ(text(L"First", L"Name"), L"three");
 }
 
+TEST_F(RegistryChangesTest, AForeignKeyStaysWhenItBecomesEmpty) {
+    RegistryChanges changes(root_.get(), {L"First\\Second"});
+    changes.set({L"First\\Second\\Third", L"", L"one"});
+    changes.remove({L"First\\Second\\Third", L"", {}});
+    changes.keep();
+    EXPECT_FALSE(hasKey(L"First\\Second\\Third"));
+    EXPECT_TRUE(hasKey(L"First\\Second"));
+}
+
 TEST_F(RegistryChangesTest, WhatWasRemovedComesBack) {
     {
         RegistryChanges changes(root_.get());
