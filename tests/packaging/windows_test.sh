@@ -150,4 +150,5 @@ run grep '^\[' "$scratch/after"
 ok "nothing else stays" [ "$(grep -vc Vorn "$output")" = 0 ]
 run cat "$scratch/before"
 ok "there was nothing before" [ ! -s "$scratch/before" ]
+"$project/tests/windows/wine-prefix" --end "$machine"
 done_testing
