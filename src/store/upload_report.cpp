@@ -72,10 +72,10 @@ void UploadReport::append(const UploadReport& other) {
     for (const xml::Node file : xml::elements(other.document_.root())) {
         if (xml::isNamed(file, fileElement)) {
             xml::appendCopy(document_.root(), file);
-            isChanged_ = true;
         }
     }
     indexed_.reset();
+    isChanged_ = true;
 }
 
 void UploadReport::remove(xml::Node element) {

@@ -46,7 +46,7 @@ class UploadReport {
     std::vector<ReportEntry> entries() const;
     std::size_t countErrors() const;
 
-    // Appends the uploads of another report.
+    // Appends the uploads of another report. Counts as a change also when it has none.
     void append(const UploadReport& other);
 
     // Takes out the entries that name the record exactly, or those of the record and of everything

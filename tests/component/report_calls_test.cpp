@@ -32,6 +32,13 @@ TEST(DownloadErrors, ALaterReportIsAppended) {
     EXPECT_EQ(w.report(), report(file(entry("Error", "A1")) + file(entry("Error", "A2"))));
 }
 
+TEST(DownloadErrors, ALaterReportWithoutFilesHasTheStoredOneWrittenAgain) {
+    StoreWorkstation w;
+    w.putReport("<R>\n <File ID='U1'> " + entry("Error", "A1") + "</File>\n</R>\n");
+    EXPECT_EQ(w.client.DownloadErrors("<other/>"), "");
+    EXPECT_EQ(w.report(), "<R><File ID=\"U1\">" + entry("Error", "A1") + "</File></R>");
+}
+
 TEST(DownloadErrors, OnlyConfirmationsLeaveAnEmptyReport) {
     StoreWorkstation w;
     w.putSections(orders(order("A1", "MU", "20") + order("A2", "MU", "15")));
