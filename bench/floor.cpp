@@ -1,10 +1,10 @@
 #include "bench/floor.h"
 
-#include <cstdio>
 #include <list>
-#include <memory>
 #include <pugixml.hpp>
 #include <stdexcept>
+
+#include "bench/workplace.h"
 
 namespace tandril::bench {
 namespace {
@@ -15,17 +15,6 @@ struct StringWriter : pugi::xml_writer {
     }
     std::string text;
 };
-
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
-void writePlainly(const std::string& path, const std::string& bytes) {
-    const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "wb"));
-    if (!file || std::fwrite(bytes.data(), 1, bytes.size(), file.get()) != bytes.size()) {
-        throw std::runtime_error("cannot write " + path);
-    }
-}
 
 void require(const pugi::xml_parse_result& result) {
     if (!result) {
@@ -54,14 +43,15 @@ void Floor::run(platform::FileSystem& files) const {
         files.replace(changed, writer.text, durable);
     }
     for (const Filled& file : replaced) {
-        files.replace(file.path, anyBytes(file), durable);
+        const std::string bytes = anyBytes(file);
+        files.replace(file.path, bytes, durable);
     }
     for (const Filled& file : appended) {
         const std::string bytes = anyBytes(file);
         files.append(file.path, bytes);
     }
     for (const Filled& file : written) {
-        writePlainly(file.path, anyBytes(file));
+        writeWhole(file.path, anyBytes(file));
     }
 }
 

@@ -6,7 +6,6 @@
 #include <sys/resource.h>
 
 #include <cstddef>
-#include <stdexcept>
 #include <string>
 
 #include "bench/documents.h"
@@ -15,16 +14,11 @@
 namespace {
 
 using namespace tandril;
+using bench::require;
 
 const bench::Documents& documents() {
     static const bench::Documents made(bench::readWhole(TANDRIL_SAMPLES "/orders.xml"));
     return made;
-}
-
-void require(bool holds, const char* what) {
-    if (!holds) {
-        throw std::runtime_error(what);
-    }
 }
 
 // Processor time in microseconds, of the program itself and of the system on its behalf.

@@ -4,91 +4,64 @@
 //   bench-masterdata HOME DATABASE [OPTION...]    options of Google Benchmark
 
 #include <benchmark/benchmark.h>
-#include <sql.h>
-#include <sqlext.h>
 
 #include <array>
-#include <cstdio>
 #include <exception>
 #include <functional>
 #include <iostream>
 #include <memory>
-#include <stdexcept>
 #include <string>
 
+#include "bench/workplace.h"
 #include "component/client20.h"
 #include "component/module.h"
 #include "platform/machine.h"
+#include "platform/odbc/handles.h"
+#include "platform/odbc/text_calls.h"
 
 namespace {
 
 using namespace tandril;
+using bench::require;
+using bench::TemporaryFile;
+using bench::writeWhole;
+
+using platform::odbc::Session;
+using platform::odbc::Statement;
 
 // As the component opens a database file.
 constexpr const char* driver = "Driver=libsqlite3odbc.so;NoCreat=1;StepAPI=1;Database=";
+// The table that bench/calls makes, and what each of its rows shows.
 constexpr const char* query = "SELECT * FROM SERVICEITEMS";
+constexpr const char* shown = "ITEM-";
 
-void require(bool holds, const char* what) {
-    if (!holds) {
-        throw std::runtime_error(what);
-    }
-}
-
-SQLCHAR* text(const std::string& value) {
-    return reinterpret_cast<SQLCHAR*>(const_cast<char*>(value.c_str()));
-}
-
-// An open connection of the driver's, without anything of the component's.
-class BareConnection {
-  public:
-    explicit BareConnection(const std::string& file) {
-        SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &environment_);
-        SQLSetEnvAttr(environment_, SQL_ATTR_ODBC_VERSION,
-                      reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
-        SQLAllocHandle(SQL_HANDLE_DBC, environment_, &connection_);
-        require(SQL_SUCCEEDED(SQLDriverConnect(connection_, nullptr, text(driver + file + ";"),
-                                               SQL_NTS, nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT)),
-                "the driver does not open the database");
-    }
-    ~BareConnection() {
-        SQLDisconnect(connection_);
-        SQLFreeHandle(SQL_HANDLE_DBC, connection_);
-        SQLFreeHandle(SQL_HANDLE_ENV, environment_);
-    }
-    BareConnection(const BareConnection&) = delete;
-    BareConnection& operator=(const BareConnection&) = delete;
-
-    // Reads every value of the table as text. Returns how many there were.
-    std::size_t readAll() {
-        SQLHSTMT statement = SQL_NULL_HANDLE;
-        SQLAllocHandle(SQL_HANDLE_STMT, connection_, &statement);
-        require(SQL_SUCCEEDED(SQLExecDirect(statement, text(query), SQL_NTS)), query);
-        SQLSMALLINT columns = 0;
-        SQLNumResultCols(statement, &columns);
-        std::size_t values = 0;
-        std::array<char, 1024> value;
-        while (SQL_SUCCEEDED(SQLFetch(statement))) {
-            for (SQLSMALLINT column = 1; column <= columns; ++column) {
-                SQLLEN length = 0;
-                SQLGetData(statement, static_cast<SQLUSMALLINT>(column), SQL_C_CHAR, value.data(),
-                           static_cast<SQLLEN>(value.size()), &length);
-                benchmark::DoNotOptimize(value.data());
-                ++values;
-            }
+// Reads every value of the table as text. Returns the number of rows.
+std::size_t readAll(const Session& session) {
+    const Statement statement(session.get());
+    require(SQL_SUCCEEDED(platform::odbc::executeDirect(statement.get(), query)), query);
+    SQLSMALLINT columns = 0;
+    SQLNumResultCols(statement.get(), &columns);
+    std::array<char, 1024> value;
+    SQLRETURN fetched = SQL_SUCCESS;
+    std::size_t rows = 0;
+    for (; SQL_SUCCEEDED(fetched = SQLFetch(statement.get())); ++rows) {
+        for (SQLSMALLINT column = 1; column <= columns; ++column) {
+            SQLLEN length = 0;
+            SQLGetData(statement.get(), static_cast<SQLUSMALLINT>(column), SQL_C_CHAR, value.data(),
+                       static_cast<SQLLEN>(value.size()), &length);
+            benchmark::DoNotOptimize(value.data());
         }
-        SQLFreeHandle(SQL_HANDLE_STMT, statement);
-        return values;
     }
+    require(fetched == SQL_NO_DATA, "the table cannot be read to its end");
+    return rows;
+}
 
-  private:
-    SQLHENV environment_ = SQL_NULL_HANDLE;
-    SQLHDBC connection_ = SQL_NULL_HANDLE;
-};
-
-void writePlainly(const std::string& bytes) {
-    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::tmpfile(), std::fclose);
-    require(file && std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size(),
-            "cannot write a temporary file");
+std::size_t count(const std::string& text, const std::string& part) {
+    std::size_t found = 0;
+    for (std::size_t at = 0; (at = text.find(part, at)) != std::string::npos; at += part.size()) {
+        ++found;
+    }
+    return found;
 }
 
 struct Case {
@@ -123,13 +96,15 @@ void timeCall(benchmark::State& state, const Case& what, const std::string& home
 }
 
 void timeFloor(benchmark::State& state, const Case& what, const std::string& home,
-               const std::string& file) {
+               const std::string& database) {
     Opened opened(home);
     const std::string returned = what.call(opened.client);
-    BareConnection connection(file);
+    const TemporaryFile file("");
+    const Session session(driver + database + ";");
+    require(count(returned, shown) >= readAll(session), "the table is not shown");
     for (auto iteration : state) {
-        require(connection.readAll() > 0, "the table is empty");
-        writePlainly(returned);
+        readAll(session);
+        writeWhole(file.path(), returned);
     }
 }
 

@@ -72,6 +72,12 @@ TemporaryFile::~TemporaryFile() {
     fs::remove(path_, ignored);
 }
 
+void require(bool holds, const char* what) {
+    if (!holds) {
+        throw std::runtime_error(what);
+    }
+}
+
 std::string readWhole(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     if (!file) {

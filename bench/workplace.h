@@ -54,6 +54,9 @@ class TemporaryFile {
     std::string path_;
 };
 
+// Throws std::runtime_error with that text unless it holds.
+void require(bool holds, const char* what);
+
 // The content of a file of this machine. Throws std::runtime_error.
 std::string readWhole(const std::string& path);
 void writeWhole(const std::string& path, std::string_view bytes);

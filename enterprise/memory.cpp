@@ -151,8 +151,8 @@ std::optional<Memory> MemoryFile::load() const {
 
 void MemoryFile::save(const Memory& memory) const {
     if (!file_) return;
-    platform::replaceFile(file_->string(), file_->string(), memory.text(),
-                          platform::Durability::Durable);
+    const std::string text = memory.text();
+    platform::replaceFile(file_->string(), file_->string(), text, platform::Durability::Durable);
 }
 
 }  // namespace tandril::enterprise

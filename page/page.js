@@ -158,9 +158,10 @@
 
   /**
    * Shows what a method returns. view: {method, args, title, subtitle, headings, database, focus, quiet, keeps}. A view of
-   * the `database` is called while the data source is open; keeps() tells whether the place has to stay as it is. An empty result shows the component's error text instead; in every
-   * place but the list it goes into the message line, unless the view is quiet, and the place stays as it was. What comes
-   * after the place was cleared or another view was asked for is not shown.
+   * the `database` is called while the data source is open; keeps() tells whether the place has to stay as it is. An empty
+   * result shows the component's error text instead; in every place but the list it goes into the message line, unless the
+   * view is quiet, and the place stays as it was. What comes after the place was cleared or another view was asked for is
+   * not shown.
    */
   function show(name, view, done) {
     var place = places[name];

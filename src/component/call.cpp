@@ -31,6 +31,7 @@ class LogEntry {
         : files_(files), sink_(sink) {}
 
     void add(std::string_view text) {
+        constexpr std::size_t pieceSize = platform::Content::pieceSize;
         while (piece_.size() + text.size() > pieceSize) {
             const std::size_t fits =
                 platform::wholeCharacters(text, pieceSize - std::min(piece_.size(), pieceSize));
@@ -43,8 +44,6 @@ class LogEntry {
     void end() { sink_(files_.encodeAnsi(std::exchange(piece_, {}))); }
 
   private:
-    static constexpr std::size_t pieceSize = std::size_t{256} * 1024;
-
     const platform::FileSystem& files_;
     const platform::Content::Sink& sink_;
     std::string piece_;

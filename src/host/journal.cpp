@@ -75,7 +75,8 @@ Response Journal::write(const std::string& body) {
     }
     const std::int64_t next = state.revision + 1;
     const ordered_json file = {{"revision", next}, {"content", std::move(entry->content)}};
-    files_.replace(kFile, surface::toLine(file) + '\n', platform::Durability::Durable);
+    const std::string line = surface::toLine(file) + '\n';
+    files_.replace(kFile, line, platform::Durability::Durable);
     return jsonResponse(200, {{"revision", next}});
 }
 

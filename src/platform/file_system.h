@@ -1,6 +1,7 @@
 #pragma once
 
 #include <concepts>
+#include <cstddef>
 #include <functional>
 #include <span>
 #include <string>
@@ -23,6 +24,10 @@ class Content {
     using Sink = std::function<void(std::string_view piece)>;
     // Hands all pieces to the sink, in their order. May be asked again, and says the same then.
     using Source = std::function<void(const Sink& sink)>;
+
+    // How long the pieces of a large content should be: such a piece fits into the processor's
+    // cache, and is long enough for the call that writes it not to count.
+    static constexpr std::size_t pieceSize = std::size_t{256} * 1024;
 
     explicit Content(Source source) : source_(std::move(source)) {}
     // Bytes that stay where they are for as long as this object. Texts are given as they are:
@@ -65,10 +70,10 @@ class FileSystem {
     // The whole content of an existing file.
     virtual std::string read(std::string_view path) const = 0;
 
-    // Makes `bytes` the whole content of the file, which need not exist yet. Atomic: after a crash,
+    // Gives the file, which need not exist yet, that content. Atomic: after a crash,
     // a kill or a full disk the file is the old one or the new one, never a mixture. On a fault the
     // old file is as it was and no temporary file stays behind.
-    virtual void replace(std::string_view path, std::string_view bytes, Durability durability) = 0;
+    virtual void replace(std::string_view path, const Content& content, Durability durability) = 0;
 
     // Replaces several files durably. All are written before the first one takes its place, in
     // their order: what keeps one from being written, such as a full disk, changes none of them.

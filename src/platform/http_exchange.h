@@ -52,6 +52,9 @@ class HttpExchange {
     virtual void breakOff() = 0;
 };
 
+// How long a connection may take to come about.
+inline constexpr std::chrono::seconds longestConnecting{10};
+
 // For a server by its scheme and authority ("https://enterprise.example:8443") that may be silent
 // for `timeout` at a time.
 std::unique_ptr<HttpExchange> makeHttpExchange(const std::string& server,

@@ -20,6 +20,26 @@ std::string activityKeyOf(xml::Node group) {
     return joinedKey({xml::attribute(group, groupOrderKey), xml::attribute(group, activityKey)});
 }
 
+// Shows every element of a section's name, and every order and group of a section, in document
+// order.
+template <class VisitSection, class VisitCandidate>
+void visitBelow(xml::Node parent, const VisitSection& visitSection,
+                const VisitCandidate& visitCandidate) {
+    const auto section = sectionNamed(parent.name());
+    if (section) {
+        visitSection(*section, parent);
+    }
+    for (const xml::Node child : xml::elements(parent)) {
+        if (section && isCandidate(*section, child)) {
+            visitCandidate(*section, child);
+        } else {
+            visitBelow(child, visitSection, visitCandidate);
+        }
+    }
+}
+
+void passOver(Section /*section*/, xml::Node /*element*/) {}
+
 const char* memberKey(xml::Node group) {
     return xml::isNamed(group.parent(), sectionName(Section::Activities)) ? activityKey : lineKey;
 }
@@ -35,7 +55,13 @@ std::optional<OrderStore> OrderStore::from(std::optional<xml::Document> document
 
 OrderStore::SectionIndex& OrderStore::index(Section section) const {
     if (!isIndexed_) {
-        collectBelow(document_.root());
+        const auto at = [this](Section place) -> SectionIndex& {
+            return indexes_[static_cast<std::size_t>(place)];
+        };
+        visitBelow(
+            document_.root(),
+            [&](Section place, xml::Node element) { at(place).elements.push_back(element); },
+            [&](Section place, xml::Node candidate) { at(place).unindexed.push_back(candidate); });
         isIndexed_ = true;
     }
     SectionIndex& index = indexes_[static_cast<std::size_t>(section)];
@@ -43,21 +69,6 @@ OrderStore::SectionIndex& OrderStore::index(Section section) const {
         addToIndex(section, candidate);
     }
     return index;
-}
-
-void OrderStore::collectBelow(xml::Node parent) const {
-    const auto section = sectionNamed(parent.name());
-    SectionIndex* const index = section ? &indexes_[static_cast<std::size_t>(*section)] : nullptr;
-    if (index != nullptr) {
-        index->elements.push_back(parent);
-    }
-    for (const xml::Node child : xml::elements(parent)) {
-        if (index != nullptr && isCandidate(*section, child)) {
-            index->unindexed.push_back(child);
-        } else {
-            collectBelow(child);
-        }
-    }
 }
 
 void OrderStore::addToIndex(Section section, xml::Node candidate) const {
@@ -311,26 +322,10 @@ bool isCostSection(Section section) {
     return costTypeOf(section) != nullptr;
 }
 
-namespace {
-
-template <class Visit>
-void visitBelow(xml::Node parent, const Visit& visit) {
-    const auto around = sectionNamed(parent.name());
-    for (const xml::Node child : xml::elements(parent)) {
-        if (around && isCandidate(*around, child)) {
-            visit(*around, child);
-        } else {
-            visitBelow(child, visit);
-        }
-    }
-}
-
-}  // namespace
-
 std::vector<xml::Node> candidatesBelow(xml::Node root, Section section) {
     std::vector<xml::Node> found;
-    visitBelow(root, [&](Section around, xml::Node candidate) {
-        if (around == section) {
+    visitBelow(root, passOver, [&](Section place, xml::Node candidate) {
+        if (place == section) {
             found.push_back(candidate);
         }
     });
@@ -339,7 +334,7 @@ std::vector<xml::Node> candidatesBelow(xml::Node root, Section section) {
 
 std::vector<Candidate> candidatesBelow(xml::Node root) {
     std::vector<Candidate> found;
-    visitBelow(root, [&](Section section, xml::Node candidate) {
+    visitBelow(root, passOver, [&](Section section, xml::Node candidate) {
         found.push_back({section, candidate});
     });
     return found;

@@ -109,7 +109,6 @@ class OrderStore {
     };
 
     SectionIndex& index(Section section) const;
-    void collectBelow(xml::Node parent) const;
     void addToIndex(Section section, xml::Node candidate) const;
     void noteAddition(xml::Node added);
     xml::Node insertionParent(Section section);

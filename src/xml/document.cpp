@@ -10,8 +10,6 @@
 namespace tandril::xml {
 namespace {
 
-constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-
 // The text that stands first in an element is kept in the element itself, which halves the nodes of
 // our documents.
 constexpr unsigned parseFlags = pugi::parse_cdata | pugi::parse_comments | pugi::parse_pi |
@@ -60,16 +58,12 @@ void dropBlankText(Node root) {
 }
 
 std::string_view withoutMark(std::string_view text) {
-    return text.substr(text.starts_with(byteOrderMark) ? byteOrderMark.size() : 0);
-}
-
-bool isUtf16(Encoding encoding) {
-    return encoding == Encoding::Utf16Le || encoding == Encoding::Utf16Be;
+    return text.substr(text.starts_with(utf8Mark) ? utf8Mark.size() : 0);
 }
 
 // A declaration of UTF-16 leaves the order of the bytes open.
 bool areAlike(Encoding one, Encoding other) {
-    return one == other || (isUtf16(one) && isUtf16(other));
+    return one == other || (isWide(one) && isWide(other));
 }
 
 std::string quoted(std::string_view name, std::string_view value) {
@@ -171,7 +165,7 @@ std::string Document::bytes() const {
 }
 
 void Document::writeUtf8(const platform::Content::Sink& sink) const {
-    std::string piece(hasMark_ ? byteOrderMark : "");
+    std::string piece(hasMark_ ? utf8Mark : "");
     piece += declaration(encodingName_);
     for (const Node node : parsed_->tree.children()) {
         write(piece, node, [&](std::string& out) {
@@ -209,8 +203,7 @@ std::optional<Document> load(const platform::FileSystem& files, std::string_view
 }
 
 void save(const Document& document, platform::FileSystem& files, std::string_view path) {
-    const platform::NewContent file[] = {{path, document.content()}};
-    files.replaceTogether(file);
+    files.replace(path, document.content(), platform::Durability::Durable);
 }
 
 }  // namespace tandril::xml

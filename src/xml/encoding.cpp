@@ -33,7 +33,6 @@ constexpr std::array<NamedEncoding, 13> names{{
     {"ascii", Encoding::Ascii},
 }};
 
-constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view utf16LeMark = "\xFF\xFE";
 constexpr std::string_view utf16BeMark = "\xFE\xFF";
 
@@ -43,10 +42,6 @@ constexpr std::array<char32_t, 32> windows1252High{
     0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x8D,   0x017D, 0x8F,   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
-
-bool isWide(Encoding encoding) {
-    return encoding == Encoding::Utf16Le || encoding == Encoding::Utf16Be;
-}
 
 std::optional<char32_t> fromByte(unsigned char byte, Encoding encoding) {
     if (byte < 0x80) {
@@ -185,6 +180,10 @@ std::optional<Encoding> wideWithoutMark(std::string_view bytes) {
 }
 
 }  // namespace
+
+bool isWide(Encoding encoding) {
+    return encoding == Encoding::Utf16Le || encoding == Encoding::Utf16Be;
+}
 
 std::optional<Encoding> encodingNamed(std::string_view name) {
     const std::string lower = platform::foldAscii(name);

@@ -9,6 +9,12 @@ namespace tandril::xml {
 // The encodings that documents are read and written in.
 enum class Encoding { Utf8, Utf16Le, Utf16Be, Latin1, Windows1252, Ascii };
 
+// The mark in front of a text in UTF-8, which no text needs.
+inline constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
+
+// Whether that is UTF-16, of whichever byte order.
+bool isWide(Encoding encoding);
+
 // The encoding that a declaration's name stands for, in any case; nothing for an unknown name.
 // "UTF-16" is little-endian, since that is what is written.
 std::optional<Encoding> encodingNamed(std::string_view name);

@@ -1,13 +1,11 @@
 #include "xml/writer.h"
 
-#include <cstddef>
 #include <string_view>
+
+#include "platform/file_system.h"
 
 namespace tandril::xml {
 namespace {
-
-// Fits into the processor's cache, and is long enough for the call that writes it not to count.
-constexpr std::size_t pieceSize = std::size_t{256} * 1024;
 
 std::string_view textReference(char c) {
     switch (c) {
@@ -161,7 +159,7 @@ void write(std::string& out, Node node) {
 
 void write(std::string& out, Node node, const std::function<void(std::string& out)>& take) {
     writeAll(out, node, nothingIsLeftOut, [&] {
-        if (out.size() >= pieceSize) {
+        if (out.size() >= platform::Content::pieceSize) {
             take(out);
         }
     });

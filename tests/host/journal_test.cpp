@@ -79,7 +79,7 @@ TEST(Journal, ADamagedFileIsSaidAndPutAside) {
 class FullDisk : public FilesWrapper {
   public:
     using FilesWrapper::FilesWrapper;
-    void replace(std::string_view, std::string_view, platform::Durability) override {
+    void replace(std::string_view, const platform::Content&, platform::Durability) override {
         throw Fault("the disk is full");
     }
 };

@@ -3,8 +3,7 @@
 #include <filesystem>
 #include <string>
 
-#include "host/page_files.h"
-#include "support/temporary_home.h"
+#include "host/page_files_fixture.h"
 
 // What file systems elsewhere do not have: links that any user may make, and names that differ in
 // nothing but their case.
@@ -13,22 +12,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class PageFilesOnLinux : public testing::Test {
+class PageFilesOnLinux : public PageFilesTest {
   protected:
-    PageFilesOnLinux() {
-        folder_.write("page/index.html", "start");
-        folder_.write("page/js/app.js", "run()");
-        folder_.write("outside/secret.txt", "secret");
-    }
-
-    Response answer(const std::string& path) const {
-        return PageFiles(folder_.pathOf("page")).answer(path);
-    }
     void link(const std::string& target, const std::string& name) const {
         fs::create_symlink(target, folder_.pathOf("page/" + name));
     }
-
-    test::TemporaryHome folder_;
 };
 
 TEST_F(PageFilesOnLinux, LinksOutOfTheFolderAreNotServed) {

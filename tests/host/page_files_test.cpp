@@ -4,28 +4,11 @@
 
 #include <string>
 
+#include "host/page_files_fixture.h"
 #include "platform/fault.h"
-#include "support/temporary_home.h"
 
 namespace tandril::host {
 namespace {
-
-class PageFilesTest : public testing::Test {
-  protected:
-    PageFilesTest() {
-        folder_.write("page/index.html", "start");
-        folder_.write("page/js/app.js", "run()");
-        folder_.write("page/.git/config", "hidden");
-        folder_.write("page/js/.app.swp", "hidden");
-        folder_.write("outside/secret.txt", "secret");
-    }
-
-    Response answer(const std::string& path) const {
-        return PageFiles(folder_.pathOf("page")).answer(path);
-    }
-
-    test::TemporaryHome folder_;
-};
 
 TEST_F(PageFilesTest, RootIsTheStartPage) {
     for (const char* path : {"/", "/index.html"}) {

@@ -24,10 +24,10 @@ std::string FaultyFiles::read(std::string_view path) const {
     return FilesWrapper::read(path);
 }
 
-void FaultyFiles::replace(std::string_view path, std::string_view bytes,
+void FaultyFiles::replace(std::string_view path, const platform::Content& content,
                           platform::Durability durability) {
     pass(FileOperation::Replace);
-    FilesWrapper::replace(path, bytes, durability);
+    FilesWrapper::replace(path, content, durability);
 }
 
 void FaultyFiles::replaceTogether(std::span<const platform::NewContent> files) {

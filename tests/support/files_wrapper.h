@@ -21,9 +21,9 @@ class FilesWrapper : public platform::FileSystem {
     bool fileExists(std::string_view path) const override { return target_.fileExists(path); }
     void createFolder(std::string_view path) override { target_.createFolder(path); }
     std::string read(std::string_view path) const override { return target_.read(path); }
-    void replace(std::string_view path, std::string_view bytes,
+    void replace(std::string_view path, const platform::Content& content,
                  platform::Durability durability) override {
-        target_.replace(path, bytes, durability);
+        target_.replace(path, content, durability);
     }
     void replaceTogether(std::span<const platform::NewContent> files) override {
         target_.replaceTogether(files);
@@ -61,7 +61,7 @@ class FaultyFiles : public FilesWrapper {
 
     void createFolder(std::string_view path) override;
     std::string read(std::string_view path) const override;
-    void replace(std::string_view path, std::string_view bytes,
+    void replace(std::string_view path, const platform::Content& content,
                  platform::Durability durability) override;
     // Counts as a Replace of each file.
     void replaceTogether(std::span<const platform::NewContent> files) override;

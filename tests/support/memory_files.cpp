@@ -63,21 +63,21 @@ std::string MemoryFiles::read(std::string_view path) const {
     return files_.at(require(path));
 }
 
-void MemoryFiles::replace(std::string_view path, std::string_view bytes,
+void MemoryFiles::replace(std::string_view path, const platform::Content& content,
                           platform::Durability durability) {
     calls_.push_back({FileOperation::Replace, std::string(path), durability});
-    const std::string whole = normal(path);
-    if (whole.empty() || !folderExists(folderOf(whole)) || folderExists(whole)) {
+    const std::string target = normal(path);
+    if (target.empty() || !folderExists(folderOf(target)) || folderExists(target)) {
         throw Fault("cannot write \"" + std::string(path) + "\"");
     }
-    files_[whole] = bytes;
+    files_[target] = whole(content);
 }
 
 void MemoryFiles::replaceTogether(std::span<const platform::NewContent> files) {
     const std::map<std::string, std::string> before = files_;
     try {
         for (const platform::NewContent& file : files) {
-            replace(file.path, whole(file.content), platform::Durability::Durable);
+            replace(file.path, file.content, platform::Durability::Durable);
         }
     } catch (const Fault&) {
         files_ = before;

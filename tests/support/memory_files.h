@@ -27,7 +27,7 @@ class MemoryFiles : public platform::FileSystem {
     bool fileExists(std::string_view path) const override;
     void createFolder(std::string_view path) override;
     std::string read(std::string_view path) const override;
-    void replace(std::string_view path, std::string_view bytes,
+    void replace(std::string_view path, const platform::Content& content,
                  platform::Durability durability) override;
     void replaceTogether(std::span<const platform::NewContent> files) override;
     void append(std::string_view path, const platform::Content& content) override;

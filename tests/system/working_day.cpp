@@ -63,7 +63,8 @@ void prepareDay(platform::FileSystem& files) {
     files.createFolder(paths::installFolder);
     files.replace(paths::fieldMapper, "<m/>", platform::Durability::Relaxed);
     WorkingDay day(files, 1, 0);
-    files.replace(paths::store, day.download(), platform::Durability::Relaxed);
+    const std::string download = day.download();
+    files.replace(paths::store, download, platform::Durability::Relaxed);
 }
 
 DayCall WorkingDay::next() {

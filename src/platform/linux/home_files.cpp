@@ -69,8 +69,8 @@ std::string HomeFiles::read(std::string_view path) const {
     return readFile(requirePath("read", path), path);
 }
 
-void HomeFiles::replace(std::string_view path, std::string_view bytes, Durability durability) {
-    replaceFile(requirePath("write", path), path, bytes, durability);
+void HomeFiles::replace(std::string_view path, const Content& content, Durability durability) {
+    replaceFile(requirePath("write", path), path, content, durability);
 }
 
 void HomeFiles::replaceTogether(std::span<const NewContent> files) {

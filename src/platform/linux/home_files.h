@@ -22,7 +22,7 @@ class HomeFiles final : public FileSystem {
     bool fileExists(std::string_view path) const override;
     void createFolder(std::string_view path) override;
     std::string read(std::string_view path) const override;
-    void replace(std::string_view path, std::string_view bytes, Durability durability) override;
+    void replace(std::string_view path, const Content& content, Durability durability) override;
     void replaceTogether(std::span<const NewContent> files) override;
     void append(std::string_view path, const Content& content) override;
     void rename(std::string_view from, std::string_view to) override;

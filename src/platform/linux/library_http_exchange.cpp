@@ -7,8 +7,6 @@
 namespace tandril::platform {
 namespace {
 
-constexpr std::chrono::seconds kLongestConnecting{10};
-
 httplib::Request toRequest(const HttpQuestion& question) {
     httplib::Request request;
     request.method = question.method;
@@ -36,7 +34,7 @@ ExchangeEnd endOf(httplib::Error error) {
 class LibraryHttpExchange final : public HttpExchange {
   public:
     LibraryHttpExchange(const std::string& server, std::chrono::seconds timeout) : client_(server) {
-        client_.set_connection_timeout(std::min(timeout, kLongestConnecting));
+        client_.set_connection_timeout(std::min(timeout, longestConnecting));
         client_.set_read_timeout(timeout);
         client_.set_write_timeout(timeout);
         client_.set_url_encode(false);  // the target is sent as it is

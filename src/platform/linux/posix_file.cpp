@@ -102,9 +102,9 @@ std::string readFile(const std::string& path, std::string_view shown) {
     return content;
 }
 
-void replaceFile(const std::string& path, std::string_view shown, std::string_view bytes,
+void replaceFile(const std::string& path, std::string_view shown, const Content& content,
                  Durability durability) {
-    Replacing file({path, shown, bytes}, durability);
+    Replacing file({path, shown, content}, durability);
     file.takePlace();
     file.sync(durability);
 }

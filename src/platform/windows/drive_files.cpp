@@ -109,8 +109,8 @@ std::string DriveFiles::read(std::string_view path) const {
     return readFile(requirePath("read", path), path);
 }
 
-void DriveFiles::replace(std::string_view path, std::string_view bytes, Durability durability) {
-    replaceFile(requirePath("write", path), path, bytes, durability);
+void DriveFiles::replace(std::string_view path, const Content& content, Durability durability) {
+    replaceFile(requirePath("write", path), path, content, durability);
 }
 
 void DriveFiles::replaceTogether(std::span<const NewContent> files) {

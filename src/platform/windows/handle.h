@@ -10,9 +10,7 @@ namespace tandril::platform {
 class Handle {
   public:
     explicit Handle(HANDLE handle) : handle_(handle) {}
-    ~Handle() {
-        if (valid()) ::CloseHandle(handle_);
-    }
+    ~Handle() { close(); }
     Handle(Handle&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
     Handle(const Handle&) = delete;
     Handle& operator=(const Handle&) = delete;
@@ -21,6 +19,9 @@ class Handle {
     // Some functions say that they have none by the one value, some by the other.
     bool valid() const { return handle_ != nullptr && handle_ != INVALID_HANDLE_VALUE; }
     HANDLE get() const { return handle_; }
+    void close() {
+        if (valid()) ::CloseHandle(std::exchange(handle_, nullptr));
+    }
 
   private:
     HANDLE handle_;

@@ -12,31 +12,12 @@
 #include <vector>
 
 #include "platform/temporary_names.h"
+#include "platform/windows/handle.h"
 #include "platform/windows/system_fault.h"
 #include "platform/windows/wide.h"
 
 namespace tandril::platform {
 namespace {
-
-// An open file, closed when destroyed.
-class File {
-  public:
-    explicit File(HANDLE handle) : handle_(handle) {}
-    ~File() { close(); }
-    File(File&& other) noexcept : handle_(std::exchange(other.handle_, INVALID_HANDLE_VALUE)) {}
-    File(const File&) = delete;
-    File& operator=(const File&) = delete;
-    File& operator=(File&&) = delete;
-
-    bool valid() const { return handle_ != INVALID_HANDLE_VALUE; }
-    HANDLE get() const { return handle_; }
-    void close() {
-        if (valid()) ::CloseHandle(std::exchange(handle_, INVALID_HANDLE_VALUE));
-    }
-
-  private:
-    HANDLE handle_;
-};
 
 // What is done to which file, for the message of the fault when a step of it fails.
 struct Attempt {
@@ -127,7 +108,7 @@ class TemporaryFile {
     }
 
   private:
-    File create(const std::wstring& target) {
+    Handle create(const std::wstring& target) {
         const std::size_t nameAt = target.rfind(L'\\') + 1;
         const std::wstring folder = target.substr(0, nameAt);
         const std::string name = toUtf8(target.substr(nameAt));
@@ -135,19 +116,19 @@ class TemporaryFile {
             ::DeleteFileW((folder + toWide(temporaryName(name, number))).c_str());
         }
         for (int number = 1; number <= kTemporaryNames; ++number) {
-            File file = open(folder + toWide(temporaryName(name, number)));
+            Handle file = open(folder + toWide(temporaryName(name, number)));
             if (file.valid()) return file;
         }
         for (;;) {
-            File file = open(folder + toWide(randomTemporaryName()));
+            Handle file = open(folder + toWide(randomTemporaryName()));
             if (file.valid()) return file;
             if (::GetLastError() != ERROR_FILE_EXISTS) attempt_.failWithLastError();
         }
     }
 
-    File open(std::wstring path) {
+    Handle open(std::wstring path) {
         path_ = std::move(path);
-        return File(::CreateFileW(
+        return Handle(::CreateFileW(
             path_.c_str(), GENERIC_WRITE | DELETE, FILE_SHARE_READ, nullptr, CREATE_NEW,
             durable_ ? FILE_FLAG_WRITE_THROUGH : FILE_ATTRIBUTE_NORMAL, nullptr));
     }
@@ -155,7 +136,7 @@ class TemporaryFile {
     Attempt attempt_;
     bool durable_;
     std::wstring path_;
-    File file_;
+    Handle file_;
     bool renamed_ = false;
 };
 
@@ -189,9 +170,9 @@ class Replacing {
 
 std::string readFile(const std::wstring& path, std::string_view shown) {
     const Attempt attempt{"read", shown};
-    const File file(::CreateFileW(path.c_str(), GENERIC_READ,
-                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                  OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+    const Handle file(::CreateFileW(path.c_str(), GENERIC_READ,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                    OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
     if (!file.valid()) attempt.failWithLastError();
     std::string content;
     for (;;) {
@@ -206,9 +187,9 @@ std::string readFile(const std::wstring& path, std::string_view shown) {
     }
 }
 
-void replaceFile(const std::wstring& path, std::string_view shown, std::string_view bytes,
+void replaceFile(const std::wstring& path, std::string_view shown, const Content& content,
                  Durability durability) {
-    Replacing({path, shown, bytes}, durability).takePlace();
+    Replacing({path, shown, content}, durability).takePlace();
 }
 
 void replaceFiles(std::span<const Replacement> files) {
@@ -221,8 +202,8 @@ void replaceFiles(std::span<const Replacement> files) {
 
 void appendFile(const std::wstring& path, std::string_view shown, const Content& content) {
     const Attempt attempt{"append to", shown};
-    const File file(::CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
-                                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    const Handle file(::CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     LARGE_INTEGER end{};
     if (!file.valid() || !::SetFilePointerEx(file.get(), {}, &end, FILE_END)) {
         attempt.failWithLastError();

@@ -15,7 +15,7 @@ std::string readFile(const std::wstring& path, std::string_view shown);
 
 // Replaces the file through a temporary one in the same folder (see FileSystem::replace), and
 // refuses one that is write-protected.
-void replaceFile(const std::wstring& path, std::string_view shown, std::string_view bytes,
+void replaceFile(const std::wstring& path, std::string_view shown, const Content& content,
                  Durability durability);
 
 // A file to replace, by the name that the system knows it by and the one that its users do.

@@ -14,7 +14,6 @@
 namespace tandril::platform {
 namespace {
 
-constexpr std::chrono::milliseconds kLongestConnecting = std::chrono::seconds(10);
 constexpr DWORD kPiece = 64 * 1024;
 
 struct CloseInternet {
@@ -116,7 +115,8 @@ class WinHttpRequest {
         DWORD off = WINHTTP_DISABLE_REDIRECTS | WINHTTP_DISABLE_COOKIES |
                     WINHTTP_DISABLE_AUTHENTICATION | WINHTTP_DISABLE_KEEP_ALIVE;
         const int silence = static_cast<int>(timeout_.count());
-        const int connecting = static_cast<int>(std::min(timeout_, kLongestConnecting).count());
+        const int connecting = static_cast<int>(
+            std::min<std::chrono::milliseconds>(timeout_, longestConnecting).count());
         DWORD answering = static_cast<DWORD>(silence);
         std::string fields;
         for (const auto& [name, value] : question.fields) {
@@ -137,7 +137,7 @@ class WinHttpRequest {
 
     bool step(BOOL begun, DWORD wanted) {
         if (!isGood_ || !begun) return fail(::GetLastError());
-        const auto event = events_->next(timeout_ + kLongestConnecting);
+        const auto event = events_->next(timeout_ + longestConnecting);
         if (!event) return fail(ERROR_WINHTTP_OPERATION_CANCELLED);
         if (event->kind != wanted) return fail(event->number);
         received_ = event->number;

@@ -55,7 +55,8 @@ void expectCleanAfterSaves(const TemporaryHome& home) {
          {"Vorn Tandril/Harbrook.xml", "Vorn Tandril/UploadReport.xml", "Vorn Tandril/Upload.xml",
           "Vorn Tandril/Removed.xml", "registry.reg"}) {
         const std::string path = home.pathOf(file);
-        platform::replaceFile(path, path, home.read(file), platform::Durability::Relaxed);
+        const std::string content = home.read(file);
+        platform::replaceFile(path, path, content, platform::Durability::Relaxed);
     }
     EXPECT_THAT(home.names(), Each(Not(StartsWith(".tandril"))));
     EXPECT_THAT(home.names("Vorn Tandril"), Each(Not(StartsWith(".tandril"))));
