@@ -12,7 +12,7 @@ namespace {
 
 using Node = pugi::xml_node;
 
-constexpr std::size_t kOrdersThatStayOpen = 5;
+constexpr std::size_t ordersThatStayOpen = 5;
 
 bool isStatus(Node record, const char* field, std::string_view status) {
     return record.child_value(field) == status;
@@ -36,7 +36,7 @@ void closeAnOrder(Memory& memory, const std::string& stamp) {
         open.push_back(order);
         if (!order.attribute("Touched")) untouched.push_back(order);
     }
-    if (untouched.empty() || open.size() <= kOrdersThatStayOpen) return;
+    if (untouched.empty() || open.size() <= ordersThatStayOpen) return;
     Node order = std::ranges::max(untouched, {}, rank);
     order.child("OrderStatus").text().set("35");
     order.child("ClosingDate").text().set(stamp.c_str());

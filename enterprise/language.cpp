@@ -12,7 +12,7 @@ struct Name {
     std::string_view name;
 };
 
-constexpr std::array<Name, 3> kNames{
+constexpr std::array<Name, 3> names{
     {{Language::English, "en"}, {Language::German, "de"}, {Language::Dutch, "nl"}}};
 
 std::string_view trimmed(std::string_view text) {
@@ -39,7 +39,7 @@ int weight(std::string_view parameters) {
 }  // namespace
 
 std::string_view languageName(Language language) {
-    for (const Name& entry : kNames) {
+    for (const Name& entry : names) {
         if (entry.language == language) return entry.name;
     }
     return "en";
@@ -50,7 +50,7 @@ std::optional<Language> languageOfTag(std::string_view tag) {
     for (const char c : trimmed(tag).substr(0, trimmed(tag).find('-'))) {
         primary += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
     }
-    for (const Name& entry : kNames) {
+    for (const Name& entry : names) {
         if (entry.name == primary) return entry.language;
     }
     return std::nullopt;

@@ -12,8 +12,8 @@
 namespace tandril::enterprise {
 namespace {
 
-constexpr int kAnswersKept = 100;
-constexpr std::array kParts{"harbrook", "refused", "waiting", "answered"};
+constexpr int answersKept = 100;
+constexpr std::array parts{"harbrook", "refused", "waiting", "answered"};
 
 // FNV-1a, 64 bits. Together with the length it tells uploads apart; nobody gains by forging one.
 std::string fingerprint(std::string_view bytes) {
@@ -32,14 +32,14 @@ std::string fingerprint(std::string_view bytes) {
 Memory::Memory() : document_(std::make_unique<pugi::xml_document>()) {
     pugi::xml_node root = document_->append_child("enterprise");
     root.append_attribute("uploads").set_value(0);
-    for (const char* name : kParts) root.append_child(name);
+    for (const char* name : parts) root.append_child(name);
 }
 
 Memory Memory::parse(std::string_view text) {
     Memory memory;
     const auto result = memory.document_->load_buffer(text.data(), text.size());
     const bool complete = std::ranges::all_of(
-        kParts, [&memory](const char* name) { return static_cast<bool>(memory.part(name)); });
+        parts, [&memory](const char* name) { return static_cast<bool>(memory.part(name)); });
     if (!result || !complete) throw std::runtime_error("it is not a memory of this server");
     return memory;
 }
@@ -88,7 +88,7 @@ void Memory::rememberAnswer(std::string_view upload, Node report) {
     entry.append_attribute("fingerprint").set_value(fingerprint(upload).c_str());
     entry.append_copy(report);
     const auto all = answered.children("upload");
-    if (std::distance(all.begin(), all.end()) > kAnswersKept) {
+    if (std::distance(all.begin(), all.end()) > answersKept) {
         answered.remove_child(answered.first_child());
     }
 }

@@ -14,7 +14,7 @@ namespace {
 using Node = pugi::xml_node;
 
 // Now and then: with every third upload the office closes an order.
-constexpr int kUploadsPerClosing = 3;
+constexpr int uploadsPerClosing = 3;
 
 // Removes the records, in or outside of groups, whose State is not among the given ones.
 void keepStates(Node harbrook, const std::set<std::string>& states) {
@@ -102,7 +102,7 @@ std::string Office::takeUpload(const std::string& upload, Language language) {
     }
     Intake intake(next, samples_.masterTables(), language, appendFile(next, report));
     intake.take(document.root());
-    if (next.uploads() % kUploadsPerClosing == 0) closeAnOrder(next, clock_());
+    if (next.uploads() % uploadsPerClosing == 0) closeAnOrder(next, clock_());
     next.rememberAnswer(upload, report);
     remember(std::move(next));
     return xmlText(report);

@@ -12,7 +12,7 @@ namespace {
 
 using Node = OrderBook::Node;
 
-constexpr std::array kLineKinds{Kind::Material, Kind::Labour, Kind::Other};
+constexpr std::array lineKinds{Kind::Material, Kind::Labour, Kind::Other};
 
 Node findRecord(Node parent, const char* key, const std::string& number) {
     if (number.empty()) return {};
@@ -116,7 +116,7 @@ std::vector<Node> OrderBook::activities(Node order) const {
 
 std::vector<Node> OrderBook::lineGroups(Node order) const {
     std::vector<Node> groups;
-    for (const Kind kind : kLineKinds) {
+    for (const Kind kind : lineKinds) {
         for (const Node group : elements(section(kind))) {
             if (attribute(group, "ID") == attribute(order, "ServiceOrder")) groups.push_back(group);
         }

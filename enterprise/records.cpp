@@ -11,20 +11,20 @@ struct KindNames {
     const char* costType;
 };
 
-constexpr std::array<KindNames, 5> kKinds{{{Kind::Order, "ccsocservcordr", ""},
-                                           {Kind::Activity, "ccsocservcactv", ""},
-                                           {Kind::Material, "ccsocservcmatl", "Material"},
-                                           {Kind::Labour, "ccsocservclabr", "Labor"},
-                                           {Kind::Other, "ccsocservcothr", "Other"}}};
+constexpr std::array<KindNames, 5> kinds{{{Kind::Order, "ccsocservcordr", ""},
+                                          {Kind::Activity, "ccsocservcactv", ""},
+                                          {Kind::Material, "ccsocservcmatl", "Material"},
+                                          {Kind::Labour, "ccsocservclabr", "Labor"},
+                                          {Kind::Other, "ccsocservcothr", "Other"}}};
 
 }  // namespace
 
 const char* sectionOf(Kind kind) {
-    return kKinds.at(static_cast<std::size_t>(kind)).section;
+    return kinds.at(static_cast<std::size_t>(kind)).section;
 }
 
 const char* costTypeOf(Kind kind) {
-    return kKinds.at(static_cast<std::size_t>(kind)).costType;
+    return kinds.at(static_cast<std::size_t>(kind)).costType;
 }
 
 bool isProvisional(std::string_view number) {

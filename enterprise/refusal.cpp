@@ -16,7 +16,7 @@ struct Sentence {
     std::string_view dutch;
 };
 
-constexpr std::array kSentences{
+constexpr std::array sentences{
     Sentence{Reason::UnknownOrder, "The office does not know this order.",
              "Das Büro kennt diesen Auftrag nicht.", "Het kantoor kent deze order niet."},
     Sentence{Reason::UnknownActivity, "The office does not know this activity.",
@@ -47,7 +47,7 @@ constexpr std::array kSentences{
              "Bedragen boven 5000 moeten eerst worden goedgekeurd: %."}};
 
 std::string_view sentenceOf(Reason reason, Language language) {
-    for (const Sentence& sentence : kSentences) {
+    for (const Sentence& sentence : sentences) {
         if (sentence.reason != reason) continue;
         if (language == Language::German) return sentence.german;
         return language == Language::Dutch ? sentence.dutch : sentence.english;

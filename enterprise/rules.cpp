@@ -10,8 +10,8 @@ namespace {
 using Node = pugi::xml_node;
 using Reason = Refusal::Reason;
 
-constexpr double kHoursOfADay = 24;
-constexpr double kApprovalLimit = 5000;
+constexpr double hoursOfADay = 24;
+constexpr double approvalLimit = 5000;
 
 // Stamps compare as text, because they go from the year down to the second.
 std::optional<Refusal> checkPeriod(Node record, const char* start, const char* finish) {
@@ -26,7 +26,7 @@ std::optional<Refusal> checkAmount(Node record) {
     if (text.empty()) return std::nullopt;
     const auto amount = parseNumber(text);
     if (!amount || *amount < 0) return Refusal{Reason::AmountNotANumber, text};
-    if (*amount > kApprovalLimit) return Refusal{Reason::AmountNeedsApproval, text};
+    if (*amount > approvalLimit) return Refusal{Reason::AmountNeedsApproval, text};
     return std::nullopt;
 }
 
@@ -73,10 +73,10 @@ std::optional<Refusal> Rules::checkLabour(Node record, Node known) const {
     const std::string text = record.child_value("Hours");
     if (text.empty()) return std::nullopt;
     const double hours = parseNumber(text).value_or(0);
-    if (hours <= 0 || hours > kHoursOfADay) return Refusal{Reason::HoursOutOfRange, text};
+    if (hours <= 0 || hours > hoursOfADay) return Refusal{Reason::HoursOutOfRange, text};
     const std::string day = std::string(record.child_value("StartDate")).substr(0, 8);
     const double sum = hours + book_.hoursOnDay(record.child_value("Employee"), day, known);
-    if (sum > kHoursOfADay) return Refusal{Reason::TooManyHoursOnADay, formatNumber(sum)};
+    if (sum > hoursOfADay) return Refusal{Reason::TooManyHoursOnADay, formatNumber(sum)};
     return std::nullopt;
 }
 

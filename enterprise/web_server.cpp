@@ -9,15 +9,15 @@
 namespace tandril::enterprise {
 namespace {
 
-constexpr const char* kAddress = "127.0.0.1";
-constexpr const char* kXml = "application/xml; charset=utf-8";
-constexpr const char* kText = "text/plain; charset=utf-8";
-constexpr std::size_t kBodyLimit = std::size_t{64} << 20;
+constexpr const char* address = "127.0.0.1";
+constexpr const char* xmlType = "application/xml; charset=utf-8";
+constexpr const char* textType = "text/plain; charset=utf-8";
+constexpr std::size_t bodyLimit = std::size_t{64} << 20;
 
 // Answers with a status and one line that says why.
 void refuse(httplib::Response& response, int status, const std::string& reason) {
     response.status = status;
-    response.set_content(reason + "\n", kText);
+    response.set_content(reason + "\n", textType);
 }
 
 // A page of another site reaches this port with the visitor's browser. Such a request names its
@@ -25,7 +25,7 @@ void refuse(httplib::Response& response, int status, const std::string& reason) 
 bool comesFromAnotherSite(const httplib::Request& request) {
     const std::string host = request.get_header_value("Host");
     const std::string name = host.substr(0, host.find(':'));
-    return request.has_header("Origin") || (name != kAddress && name != "localhost");
+    return request.has_header("Origin") || (name != address && name != "localhost");
 }
 
 // The library's own option would let a second server share the port unnoticed.
@@ -48,7 +48,7 @@ std::string failureText(const std::exception_ptr& failure) {
 }  // namespace
 
 WebServer::WebServer(Office& office, Language fallback) : office_(office), fallback_(fallback) {
-    http_.set_payload_max_length(kBodyLimit);
+    http_.set_payload_max_length(bodyLimit);
     // An idle connection holds up the end of run() for this long.
     http_.set_keep_alive_timeout(1);
     http_.set_socket_options(setSocketOptions);
@@ -71,8 +71,8 @@ WebServer::WebServer(Office& office, Language fallback) : office_(office), fallb
 }
 
 int WebServer::bind(int port) {
-    const int bound = port == 0 ? http_.bind_to_any_port(kAddress)
-                                : (http_.bind_to_port(kAddress, port) ? port : -1);
+    const int bound = port == 0 ? http_.bind_to_any_port(address)
+                                : (http_.bind_to_port(address, port) ? port : -1);
     if (bound < 0) {
         throw std::runtime_error("Cannot listen on port " + std::to_string(port) +
                                  ": it is taken or not allowed");
@@ -113,7 +113,7 @@ void WebServer::takeUpload(const httplib::Request& request, httplib::Response& r
     if (!whole) return;  // the library has set the status
     const std::scoped_lock lock(officeMutex_);
     try {
-        response.set_content(office_.takeUpload(body, languageOf(request)), kXml);
+        response.set_content(office_.takeUpload(body, languageOf(request)), xmlType);
     } catch (const BadUpload& bad) {
         refuse(response, 400, bad.what());
     }
@@ -121,16 +121,16 @@ void WebServer::takeUpload(const httplib::Request& request, httplib::Response& r
 
 void WebServer::addRoutes() {
     http_.Get("/health", [](const httplib::Request&, httplib::Response& response) {
-        response.set_content("ok\n", kText);
+        response.set_content("ok\n", textType);
     });
     http_.Get("/fieldmapper", [this](const httplib::Request& request, httplib::Response& response) {
         const Language language = languageOf(request);
         response.set_header("Content-Language", std::string(languageName(language)));
-        response.set_content(office_.fieldMapper(language), kXml);
+        response.set_content(office_.fieldMapper(language), xmlType);
     });
     http_.Get("/orders", [this](const httplib::Request&, httplib::Response& response) {
         const std::scoped_lock lock(officeMutex_);
-        response.set_content(office_.orders(), kXml);
+        response.set_content(office_.orders(), xmlType);
     });
     // With a reader of its own the body is taken whatever type it is labelled with; the library
     // would cut what is labelled as a form.
@@ -138,7 +138,7 @@ void WebServer::addRoutes() {
         takeUpload(request, response, reader);
     });
     http_.Get("/masterdata", [this](const httplib::Request&, httplib::Response& response) {
-        response.set_content(office_.masterDataChanges(), kXml);
+        response.set_content(office_.masterDataChanges(), xmlType);
     });
 }
 

@@ -60,7 +60,7 @@ void collect(const std::string& path, const Command& command, const Texts& inher
     }
 }
 
-constexpr const char* kHead = R"(# bash completion for tandril
+constexpr const char* head = R"(# bash completion for tandril
 # Made from the program's own description of its command line.
 
 # Adds files (-f) or folders (-d) to the replies.
@@ -80,7 +80,7 @@ _tandril() {
         case ${COMP_WORDS[i]} in
 )";
 
-constexpr const char* kTail = R"(    esac
+constexpr const char* tail = R"(    esac
     while IFS= read -r reply; do
         COMPREPLY+=("$reply")
     done < <(compgen -W "$words" -- "$word")
@@ -96,7 +96,7 @@ std::string bashCompletion(const Command& program, const Texts& methods) {
     collect("", program, {}, methods, lists);
     std::set<std::string> all = lists.folders;
     all.insert(lists.others.begin(), lists.others.end());
-    std::string script = kHead;
+    std::string script = head;
     script += "            " + joined(sortedTexts(all), " | ") + ") i=$((i + 1)) ;;\n";
     script += "            -*) ;;\n            *)\n";
     script += "                case $command/${COMP_WORDS[i]} in\n";
@@ -109,7 +109,7 @@ std::string bashCompletion(const Command& program, const Texts& methods) {
         "        " + joined(sortedTexts(lists.folders), " | ") + ") _tandril_paths -d; return ;;\n";
     script += "        " + joined(sortedTexts(lists.others), " | ") + ") return ;;\n    esac\n";
     script += "    case $command in\n" + joined(lists.cases, "");
-    return script + kTail;
+    return script + tail;
 }
 
 }  // namespace tandril::reference

@@ -6,14 +6,14 @@
 namespace tandril::reference {
 namespace {
 
-constexpr std::string_view kRange = ":INT in [";
+constexpr std::string_view rangeMark = ":INT in [";
 
 // The parser shows "N:INT in [0 - 65535]" for a number that is checked.
 void describeValue(std::string_view shown, Option& option) {
-    const std::size_t range = shown.find(kRange);
+    const std::size_t range = shown.find(rangeMark);
     option.value = shown.substr(0, range);
     if (range != std::string_view::npos) {
-        const std::size_t begin = range + kRange.size();
+        const std::size_t begin = range + rangeMark.size();
         option.range = shown.substr(begin, shown.find(']', begin) - begin);
     }
 }

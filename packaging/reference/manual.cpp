@@ -6,7 +6,7 @@
 namespace tandril::reference {
 namespace {
 
-constexpr std::string_view kHelp = "--help";
+constexpr std::string_view helpOption = "--help";
 
 // What stands for a character that man's macros would make something else of.
 std::string_view spellingOf(char character) {
@@ -67,7 +67,7 @@ std::string usageOf(const Argument& argument) {
 std::string usageOf(const Command& command) {
     std::string line = bold(command.name);
     for (const Option& option : command.options) {
-        if (option.longName() == kHelp) continue;
+        if (option.longName() == helpOption) continue;
         line += " [" + bold(option.longName());
         line += option.value.empty() ? "]" : ' ' + italic(option.value) + ']';
     }

@@ -18,10 +18,10 @@ int BatchCommand::run(const Streams& streams) {
     for (std::string line; std::getline(streams.in, line);) {
         streams.out << surface::answerLine(local.client(), line) << std::flush;
         if (!streams.out) {
-            return kFault;
+            return exitFault;
         }
     }
-    return kSuccess;
+    return exitSuccess;
 }
 
 }  // namespace tandril::cli

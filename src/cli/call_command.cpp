@@ -11,14 +11,14 @@
 namespace tandril::cli {
 namespace {
 
-constexpr std::string_view kUsage = "tandril call [--home DIR] METHOD [ARG...]";
+constexpr std::string_view usage = "tandril call [--home DIR] METHOD [ARG...]";
 
 }  // namespace
 
 void CallCommand::define(Parser& parser) {
     home_.define(parser);
     parser.prefix_command();
-    parser.footer(std::string(kUsage) +
+    parser.footer(std::string(usage) +
                   "\nEverything from METHOD on is taken as it is, also what begins with \"-\".");
     parser_ = &parser;
 }
@@ -27,8 +27,8 @@ int CallCommand::run(const Streams& streams) {
     const std::vector<std::string> words = parser_->remaining();
     if (words.empty() || words.front().starts_with('-')) {
         streams.err << (words.empty() ? "no method is named" : "unknown option " + words.front())
-                    << "\nUsage: " << kUsage << '\n';
-        return kMisuse;
+                    << "\nUsage: " << usage << '\n';
+        return exitMisuse;
     }
     try {
         surface::TextCall call(words.front(), std::span(words).subspan(1));
@@ -36,9 +36,9 @@ int CallCommand::run(const Streams& streams) {
         streams.out << call.make(local.client());
     } catch (const surface::InvalidCall& invalid) {
         streams.err << invalid.what() << '\n';
-        return kMisuse;
+        return exitMisuse;
     }
-    return kSuccess;
+    return exitSuccess;
 }
 
 }  // namespace tandril::cli

@@ -16,9 +16,9 @@ struct Streams {
 
 // The exit statuses of every command: done; what was asked for failed, or its answer could not be
 // written; it was asked for in a wrong way, and nothing was done.
-constexpr int kSuccess = 0;
-constexpr int kFault = 1;
-constexpr int kMisuse = 2;
+constexpr int exitSuccess = 0;
+constexpr int exitFault = 1;
+constexpr int exitMisuse = 2;
 
 // One command of the program. A new one is a class of its own, in a file pair of its own, and a
 // line in allCommands().

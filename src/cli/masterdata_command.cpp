@@ -94,7 +94,7 @@ int MasterdataCommand::create(const Streams& streams) {
     const std::string name = baseName(name_);
     MasterdataFolder(home).create(name, replace_);
     streams.out << name << ": " << masterdata::tables().size() << " tables\n";
-    return kSuccess;
+    return exitSuccess;
 }
 
 int MasterdataCommand::import(const Streams& streams) {
@@ -110,7 +110,7 @@ int MasterdataCommand::import(const Streams& streams) {
     for (const std::string& table : result.missingTables) {
         streams.err << table << " is missing in \"" << file_ << "\"; it has no rows\n";
     }
-    return kSuccess;
+    return exitSuccess;
 }
 
 int MasterdataCommand::list(const Streams& streams) {
@@ -120,7 +120,7 @@ int MasterdataCommand::list(const Streams& streams) {
     for (const auto& [name, kind] : MasterdataFolder(home).databases()) {
         streams.out << (name == current ? "* " : "  ") << name << " (" << describe(kind) << ")\n";
     }
-    return kSuccess;
+    return exitSuccess;
 }
 
 int MasterdataCommand::use(const Streams& streams) {
@@ -135,7 +135,7 @@ int MasterdataCommand::use(const Streams& streams) {
     local.client().SetCurrentmdb(name);
     local.client().SetODBCDataBase(file);
     streams.out << name << " is the current database\n";
-    return kSuccess;
+    return exitSuccess;
 }
 
 }  // namespace tandril::cli

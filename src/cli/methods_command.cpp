@@ -10,7 +10,7 @@ int MethodsCommand::run(const Streams& streams) {
     for (const Method& method : methods()) {
         streams.out << signature(method) << '\n';
     }
-    return kSuccess;
+    return exitSuccess;
 }
 
 }  // namespace tandril::cli

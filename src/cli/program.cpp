@@ -12,7 +12,7 @@ namespace {
 // --help and --version arrive as exceptions with the exit code 0; everything else is misuse.
 int finishParsing(const CLI::App& parser, const CLI::ParseError& end, const Streams& streams) {
     const int code = parser.exit(end, streams.out, streams.err);
-    return code == 0 ? kSuccess : kMisuse;
+    return code == 0 ? exitSuccess : exitMisuse;
 }
 
 // What could not be written may have been an answer, so that this is a failure, whatever the
@@ -22,7 +22,7 @@ int finishWriting(int status, const Streams& streams) {
         return status;
     }
     streams.err << "cannot write to the standard output\n";
-    return kFault;
+    return exitFault;
 }
 
 int runCommand(Command& command, const Streams& streams) {
@@ -30,7 +30,7 @@ int runCommand(Command& command, const Streams& streams) {
         return command.run(streams);
     } catch (const std::exception& fault) {
         streams.err << fault.what() << '\n';
-        return kFault;
+        return exitFault;
     }
 }
 
@@ -50,7 +50,7 @@ int runProgram(int argc, const char* const* argv, const Streams& streams) {
     const std::vector<std::unique_ptr<Command>> commands = allCommands();
     const std::shared_ptr<Parser> parser = describeProgram(commands);
 
-    int status = kSuccess;
+    int status = exitSuccess;
     for (const std::unique_ptr<Command>& command : commands) {
         parser->get_subcommand(command->name())->callback([&status, &command, &streams] {
             status = runCommand(*command, streams);

@@ -5,15 +5,15 @@
 namespace tandril::cli {
 namespace {
 
-constexpr std::size_t kWidth = 30;
-constexpr std::chrono::milliseconds kPause(100);
-constexpr std::string_view kClearLine = "\r\x1b[K";
+constexpr std::size_t width = 30;
+constexpr std::chrono::milliseconds pause(100);
+constexpr std::string_view clearLine = "\r\x1b[K";
 
 }  // namespace
 
 ProgressBar::~ProgressBar() {
     if (isShown_) {
-        out_ << kClearLine << std::flush;
+        out_ << clearLine << std::flush;
     }
 }
 
@@ -25,7 +25,7 @@ void ProgressBar::begin(std::string_view name) {
 
 void ProgressBar::count() {
     ++counted_;
-    if (isShown_ && std::chrono::steady_clock::now() - drawnAt_ >= kPause) {
+    if (isShown_ && std::chrono::steady_clock::now() - drawnAt_ >= pause) {
         draw();
     }
 }
@@ -35,9 +35,9 @@ void ProgressBar::draw() {
         return;
     }
     drawnAt_ = std::chrono::steady_clock::now();
-    const std::size_t filled = kWidth * done_ / steps_;
-    out_ << kClearLine << '[' << std::string(filled, '#') << std::string(kWidth - filled, '.')
-         << "] " << 100 * done_ / steps_ << "% " << name_;
+    const std::size_t filled = width * done_ / steps_;
+    out_ << clearLine << '[' << std::string(filled, '#') << std::string(width - filled, '.') << "] "
+         << 100 * done_ / steps_ << "% " << name_;
     if (counted_ > 0) {
         out_ << ", " << counted_ << " rows";
     }

@@ -58,7 +58,7 @@ int RemovedCommand::run(const Streams& streams) {
     if (*list_) return list(streams);
     if (ids_.empty() && !all_) {
         streams.err << "no copy is named; --all takes them all\n";
-        return kMisuse;
+        return exitMisuse;
     }
     return restore(streams);
 }
@@ -69,7 +69,7 @@ int RemovedCommand::list(const Streams& streams) const {
         streams.out << copy.id << '\t' << copy.time << '\t' << copy.reason << '\t'
                     << nameOf(copy.key) << '\t' << copy.state << '\n';
     }
-    return kSuccess;
+    return exitSuccess;
 }
 
 int RemovedCommand::restore(const Streams& streams) const {
@@ -83,8 +83,8 @@ int RemovedCommand::restore(const Streams& streams) const {
     print(streams.err, "no copy", result.unknown);
     print(streams.out, "restored", result.restored);
     print(streams.err, "the store has such a record already, kept", result.existing);
-    if (!result.unknown.empty()) return kMisuse;
-    return result.existing.empty() ? kSuccess : kFault;
+    if (!result.unknown.empty()) return exitMisuse;
+    return result.existing.empty() ? exitSuccess : exitFault;
 }
 
 }  // namespace tandril::cli

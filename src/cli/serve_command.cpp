@@ -19,9 +19,9 @@
 namespace tandril::cli {
 namespace {
 
-constexpr int kLastPort = 65535;
-constexpr int kLongestTimeout = 3600;
-constexpr int kHighestBodyLimit = 1024;
+constexpr int lastPort = 65535;
+constexpr int longestTimeout = 3600;
+constexpr int highestBodyLimit = 1024;
 
 }  // namespace
 
@@ -32,7 +32,7 @@ void ServeCommand::define(Parser& parser) {
                     "Listen on this port of 127.0.0.1; 0: any free one (default: 8720 or the next "
                     "free one)")
         ->type_name("N")
-        ->check(CLI::Range(0, kLastPort));
+        ->check(CLI::Range(0, lastPort));
     parser
         .add_option("--page", page_,
                     "The page's files (default: the folder page beside the program, else "
@@ -46,12 +46,12 @@ void ServeCommand::define(Parser& parser) {
                     "Give up waiting for it after this time")
         ->type_name("SECONDS")
         ->capture_default_str()
-        ->check(CLI::Range(1, kLongestTimeout));
+        ->check(CLI::Range(1, longestTimeout));
     parser.add_flag("--open", open_, "Open the page in the browser");
     parser.add_option("--body-limit", bodyLimit_, "Refuse longer requests")
         ->type_name("MiB")
         ->capture_default_str()
-        ->check(CLI::Range(1, kHighestBodyLimit));
+        ->check(CLI::Range(1, highestBodyLimit));
 }
 
 int ServeCommand::run(const Streams& streams) {
@@ -79,7 +79,7 @@ int ServeCommand::run(const Streams& streams) {
     }
     signals.wait();
     host.stop();
-    return kSuccess;
+    return exitSuccess;
 }
 
 }  // namespace tandril::cli

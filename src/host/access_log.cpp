@@ -10,11 +10,11 @@
 namespace tandril::host {
 namespace {
 
-constexpr std::size_t kLongestPath = 200;
+constexpr std::size_t longestPath = 200;
 
 // Text from outside must not end the line or move the cursor.
 std::string printable(std::string_view text) {
-    std::string plain(text.substr(0, kLongestPath));
+    std::string plain(text.substr(0, longestPath));
     for (char& c : plain) {
         if (static_cast<unsigned char>(c) <= ' ' || static_cast<unsigned char>(c) >= 0x7F) {
             c = '?';

@@ -7,13 +7,13 @@
 namespace tandril::host {
 namespace {
 
-constexpr std::size_t kMostThreads = 512;
+constexpr std::size_t mostThreads = 512;
 
 }  // namespace
 
 void ConnectionThreads::enqueue(std::function<void()> work) {
     const std::lock_guard lock(mutex_);
-    if (threads_ < kMostThreads) {
+    if (threads_ < mostThreads) {
         try {
             std::thread([this, work] { run(work); }).detach();
             ++threads_;

@@ -8,8 +8,8 @@ namespace tandril::host {
 namespace {
 
 bool isPlain(char c) {
-    constexpr std::string_view kOthers = "\\?#@\"<>^`{|}";
-    return c > ' ' && c < 0x7F && kOthers.find(c) == std::string_view::npos;
+    constexpr std::string_view others = "\\?#@\"<>^`{|}";
+    return c > ' ' && c < 0x7F && others.find(c) == std::string_view::npos;
 }
 
 std::size_t schemeLength(std::string_view url) {

@@ -18,8 +18,8 @@
 namespace tandril::host {
 namespace {
 
-constexpr int kFirstPort = 8720;
-constexpr int kPortsTried = 100;
+constexpr int firstPort = 8720;
+constexpr int portsTried = 100;
 
 struct FixedHeader {
     const char* name;
@@ -27,7 +27,7 @@ struct FixedHeader {
 };
 
 // On every response, those included that the library gives by itself.
-constexpr std::array kFixedHeaders{
+constexpr std::array headersOfEveryAnswer{
     FixedHeader{"Content-Security-Policy",
                 "default-src 'self'; img-src 'self' data:; object-src 'none'; base-uri 'none'; "
                 "form-action 'self'; frame-ancestors 'none'"},
@@ -41,7 +41,7 @@ constexpr std::array kFixedHeaders{
 
 httplib::Headers fixedHeaders() {
     httplib::Headers headers;
-    for (const FixedHeader& header : kFixedHeaders) {
+    for (const FixedHeader& header : headersOfEveryAnswer) {
         headers.emplace(header.name, header.value);
     }
     return headers;
@@ -68,8 +68,8 @@ void write(Response response, httplib::Response& out) {
 
 platform::LoopbackListener listenOn(std::optional<int> port) {
     const bool any = port == 0;
-    const int first = port.value_or(kFirstPort);
-    const int last = port ? first : first + kPortsTried - 1;
+    const int first = port.value_or(firstPort);
+    const int last = port ? first : first + portsTried - 1;
     for (int candidate = first; candidate <= last; ++candidate) {
         if (auto listener = platform::LoopbackListener::open(candidate)) {
             return *std::move(listener);

@@ -12,8 +12,8 @@ namespace {
 
 using nlohmann::ordered_json;
 
-constexpr std::string_view kFile = "C:\\Vorn Tandril\\PageJournal.json";
-constexpr std::string_view kDamagedFile = "C:\\Vorn Tandril\\PageJournal.damaged.json";
+constexpr std::string_view filePath = "C:\\Vorn Tandril\\PageJournal.json";
+constexpr std::string_view damagedFile = "C:\\Vorn Tandril\\PageJournal.damaged.json";
 
 struct Entry {
     std::int64_t revision = 0;
@@ -39,10 +39,10 @@ std::optional<Entry> parse(const std::string& text) {
 }  // namespace
 
 Journal::State Journal::load() const {
-    if (!files_.fileExists(kFile)) {
+    if (!files_.fileExists(filePath)) {
         return {};
     }
-    std::optional<Entry> entry = parse(files_.read(kFile));
+    std::optional<Entry> entry = parse(files_.read(filePath));
     if (!entry) {
         return {0, nullptr, true};
     }
@@ -71,12 +71,12 @@ Response Journal::write(const std::string& body) {
         return answer(409, std::move(state));
     }
     if (state.isDamaged) {
-        files_.rename(kFile, kDamagedFile);
+        files_.rename(filePath, damagedFile);
     }
     const std::int64_t next = state.revision + 1;
     const ordered_json file = {{"revision", next}, {"content", std::move(entry->content)}};
     const std::string line = surface::toLine(file) + '\n';
-    files_.replace(kFile, line, platform::Durability::Durable);
+    files_.replace(filePath, line, platform::Durability::Durable);
     return jsonResponse(200, {{"revision", next}});
 }
 

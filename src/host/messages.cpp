@@ -8,7 +8,7 @@ namespace tandril::host {
 void Messages::add(std::string_view title, std::string_view text) {
     const std::scoped_lock lock(mutex_);
     kept_.push_back({++count_, std::string(title), std::string(text)});
-    if (kept_.size() > kKept) {
+    if (kept_.size() > mostKept) {
         kept_.pop_front();
     }
 }

@@ -23,7 +23,7 @@ class Messages {
         std::string text;
     };
 
-    static constexpr std::size_t kKept = 20;
+    static constexpr std::size_t mostKept = 20;
 
     void add(std::string_view title, std::string_view text);
 

@@ -23,7 +23,7 @@ struct MediaType {
     std::string_view contentType;
 };
 
-constexpr std::array kMediaTypes{
+constexpr std::array mediaTypes{
     MediaType{".html", "text/html; charset=utf-8"},
     MediaType{".css", "text/css; charset=utf-8"},
     MediaType{".js", "text/javascript; charset=utf-8"},
@@ -117,8 +117,8 @@ fs::path PageFiles::find(std::string_view path) const {
 std::string_view contentTypeOf(std::string_view name) {
     const std::string folded = platform::foldAscii(name);
     const auto* row = std::ranges::find_if(
-        kMediaTypes, [&folded](const MediaType& type) { return folded.ends_with(type.extension); });
-    return row != kMediaTypes.end() ? row->contentType : "application/octet-stream";
+        mediaTypes, [&folded](const MediaType& type) { return folded.ends_with(type.extension); });
+    return row != mediaTypes.end() ? row->contentType : "application/octet-stream";
 }
 
 }  // namespace tandril::host

@@ -9,10 +9,10 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::array<std::string_view, 3> kRequestHeaders{"Accept", "Accept-Language",
-                                                          "Content-Type"};
-constexpr std::array<std::string_view, 4> kAnswerHeaders{"Content-Language", "Content-Disposition",
-                                                         "ETag", "Last-Modified"};
+constexpr std::array<std::string_view, 3> requestHeaders{"Accept", "Accept-Language",
+                                                         "Content-Type"};
+constexpr std::array<std::string_view, 4> answerHeaders{"Content-Language", "Content-Disposition",
+                                                        "ETag", "Last-Modified"};
 
 // "/enterprise/fieldmapper?a=1" asks for "<base>/fieldmapper?a=1".
 std::string targetAt(const EnterpriseUrl& url, std::string_view target) {
@@ -24,7 +24,7 @@ platform::HttpQuestion outgoing(const Request& request, const EnterpriseUrl& url
     out.fields.emplace_back("User-Agent", "tandril");
     // The answer is passed on as it is, so that nothing is gained by compressing it.
     out.fields.emplace_back("Accept-Encoding", "identity");
-    for (const std::string_view name : kRequestHeaders) {
+    for (const std::string_view name : requestHeaders) {
         for (const std::string_view value : request.headers.all(name)) {
             out.fields.emplace_back(name, value);
         }
@@ -39,7 +39,7 @@ Response badGateway(std::string_view reason) {
 Response incoming(const platform::HttpAnswer& answer, std::string body) {
     Response response{
         answer.status, std::string(answer.field("Content-Type")), std::move(body), {}};
-    for (const std::string_view name : kAnswerHeaders) {
+    for (const std::string_view name : answerHeaders) {
         if (const std::string_view value = answer.field(name); !value.empty()) {
             response.headers.add(std::string(name), std::string(value));
         }
@@ -140,12 +140,12 @@ void Relay::stop() {
     std::unique_lock lock(mutex_);
     stopped_ = true;
     // One that is still connecting may take no notice; it is told again.
-    constexpr auto kAgain = std::chrono::milliseconds(20);
+    constexpr auto retryPause = std::chrono::milliseconds(20);
     while (!underWay_.empty()) {
         for (platform::HttpExchange* exchange : underWay_) {
             exchange->breakOff();
         }
-        ended_.wait_for(lock, kAgain);
+        ended_.wait_for(lock, retryPause);
     }
 }
 

@@ -230,7 +230,7 @@ Refusal pathTakesMethod(const Visitor& visitor) {
 
 // The order is part of what docs/host.md promises.
 using Rule = Refusal (*)(const Visitor&);
-constexpr std::array<Rule, 12> kRules{
+constexpr std::array<Rule, 12> rules{
     methodIsKnown, hostIsOurs,       pathIsPlain,      visitorIsKnown,
     siteIsOurs,    postNamesOurSite, postHasCsrfToken, enterpriseIsAskedByScript,
     callIsJson,    bodyIsPlain,      bodyIsNotTooLong, pathTakesMethod,
@@ -253,7 +253,7 @@ std::string sessionCookie(int port) {
 std::optional<Response> refusal(const Request& head, const Access& access) {
     Visitor visitor{head, access, {}, true};
     visitor.decodable = percentDecode(head.rawPath(), visitor.path);
-    for (const Rule rule : kRules) {
+    for (const Rule rule : rules) {
         if (std::optional<Response> response = rule(visitor)) {
             return response;
         }

@@ -7,7 +7,7 @@ namespace tandril::host {
 namespace {
 
 // The first that fits counts.
-constexpr std::array kRoutes{
+constexpr std::array allRoutes{
     Route{"/client20/methods", "GET", Endpoint::Methods},
     Route{"/client20/", "POST", Endpoint::Call},
     Route{"/session", "GET", Endpoint::Session},
@@ -25,8 +25,8 @@ bool fits(const Route& route, std::string_view path) {
 
 const Route& routeOf(std::string_view path) {
     const auto* route =
-        std::ranges::find_if(kRoutes, [path](const Route& row) { return fits(row, path); });
-    return route != kRoutes.end() ? *route : kRoutes.back();
+        std::ranges::find_if(allRoutes, [path](const Route& row) { return fits(row, path); });
+    return route != allRoutes.end() ? *route : allRoutes.back();
 }
 
 bool takes(const Route& route, std::string_view method) {

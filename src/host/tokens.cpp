@@ -15,9 +15,9 @@ std::string randomToken() {
     }
     std::string token;
     for (const unsigned char byte : bytes) {
-        constexpr std::string_view kDigits = "0123456789abcdef";
-        token += kDigits[byte >> 4U];
-        token += kDigits[byte & 0xFU];
+        constexpr std::string_view digits = "0123456789abcdef";
+        token += digits[byte >> 4U];
+        token += digits[byte & 0xFU];
     }
     return token;
 }

@@ -37,9 +37,9 @@ constexpr const Table* find(Matches matches) {
     return found == std::end(allTables) ? nullptr : found;
 }
 
-constexpr const Table& kDefaultTable =
+constexpr const Table& defaultTable =
     *find([](const Table& table) { return table.name == "REFERENCEACTIVITIES"; });
-constexpr const Table& kServiceItems =
+constexpr const Table& serviceItems =
     *find([](const Table& table) { return table.name == "SERVICEITEMS"; });
 
 }  // namespace
@@ -62,11 +62,11 @@ const Table& zoomTable(std::string_view field) {
         return !field.empty() && std::find(candidate.fields.begin(), candidate.fields.end(),
                                            field) != candidate.fields.end();
     });
-    return table == nullptr ? kDefaultTable : *table;
+    return table == nullptr ? defaultTable : *table;
 }
 
 const Table& checkTable(std::string_view field) {
-    return field == serviceItemField ? kServiceItems : zoomTable(field);
+    return field == serviceItemField ? serviceItems : zoomTable(field);
 }
 
 }  // namespace tandril::masterdata

@@ -9,7 +9,7 @@ namespace tandril::platform {
 
 // The names to try first, numbered from 1. Processes that replace the same file at the same time
 // take one each.
-inline constexpr int kTemporaryNames = 4;
+inline constexpr int temporaryNames = 4;
 
 // The name of that number for the file `target`: ".tandril-Harbrook.xml-1.tmp".
 std::string temporaryName(std::string_view target, int number);

@@ -6,12 +6,12 @@
 namespace tandril::platform {
 namespace {
 
-constexpr char32_t kReplacement = 0xFFFD;
-constexpr char32_t kFirstHighSurrogate = 0xD800;
-constexpr char32_t kFirstLowSurrogate = 0xDC00;
-constexpr char32_t kLastSurrogate = 0xDFFF;
-constexpr char32_t kFirstPair = 0x10000;  // characters from here on are two units of UTF-16
-constexpr char32_t kLastCharacter = 0x10FFFF;
+constexpr char32_t replacement = 0xFFFD;
+constexpr char32_t firstHighSurrogate = 0xD800;
+constexpr char32_t firstLowSurrogate = 0xDC00;
+constexpr char32_t lastSurrogate = 0xDFFF;
+constexpr char32_t firstPair = 0x10000;  // characters from here on are two units of UTF-16
+constexpr char32_t lastCharacter = 0x10FFFF;
 
 struct Form {
     unsigned char mask;  // bits of the lead byte that tell the form
@@ -20,7 +20,7 @@ struct Form {
     char32_t smallest;   // smaller ones are overlong
 };
 
-constexpr std::array<Form, 3> kMultiByteForms{{
+constexpr std::array<Form, 3> multiByteForms{{
     {0xE0, 0xC0, 2, 0x80},
     {0xF0, 0xE0, 3, 0x800},
     {0xF8, 0xF0, 4, 0x10000},
@@ -31,11 +31,11 @@ char32_t byteAt(std::string_view bytes, std::size_t index) {
 }
 
 bool isSurrogate(char32_t unit) {
-    return unit >= kFirstHighSurrogate && unit <= kLastSurrogate;
+    return unit >= firstHighSurrogate && unit <= lastSurrogate;
 }
 
 bool isLowSurrogate(char32_t unit) {
-    return unit >= kFirstLowSurrogate && unit <= kLastSurrogate;
+    return unit >= firstLowSurrogate && unit <= lastSurrogate;
 }
 
 DecodedCharacter decodeMultiByte(std::string_view bytes, const Form& form) {
@@ -46,7 +46,7 @@ DecodedCharacter decodeMultiByte(std::string_view bytes, const Form& form) {
         if ((byte & 0xC0U) != 0x80U) return {};
         character = (character << 6U) | (byte & 0x3FU);
     }
-    if (character < form.smallest || character > kLastCharacter || isSurrogate(character)) {
+    if (character < form.smallest || character > lastCharacter || isSurrogate(character)) {
         return {};
     }
     return {character, form.length};
@@ -73,7 +73,7 @@ DecodedCharacter decodeUtf16(std::string_view bytes, ByteOrder order) {
     if (isLowSurrogate(unit) || bytes.size() < 4) return {};
     const char32_t low = unitAt(bytes, 2, order);
     if (!isLowSurrogate(low)) return {};
-    return {kFirstPair + ((unit - kFirstHighSurrogate) << 10U) + (low - kFirstLowSurrogate), 4};
+    return {firstPair + ((unit - firstHighSurrogate) << 10U) + (low - firstLowSurrogate), 4};
 }
 
 }  // namespace
@@ -82,7 +82,7 @@ DecodedCharacter decodeUtf8(std::string_view bytes) {
     if (bytes.empty()) return {};
     const char32_t lead = byteAt(bytes, 0);
     if (lead < 0x80) return {lead, 1};
-    for (const Form& form : kMultiByteForms) {
+    for (const Form& form : multiByteForms) {
         if ((lead & form.mask) == form.lead) return decodeMultiByte(bytes, form);
     }
     return {};
@@ -120,9 +120,9 @@ bool isUtf8(std::string_view text) {
 
 std::size_t wholeCharacters(std::string_view text, std::size_t most) {
     if (text.size() <= most) return text.size();
-    constexpr std::size_t kLongest = 4;
+    constexpr std::size_t longest = 4;
     std::size_t length = most;
-    while (length > 0 && most - length < kLongest && (byteAt(text, length) & 0xC0U) == 0x80U) {
+    while (length > 0 && most - length < longest && (byteAt(text, length) & 0xC0U) == 0x80U) {
         --length;
     }
     return length;
@@ -148,11 +148,11 @@ std::string utf16FromUtf8(std::string_view text, ByteOrder order) {
     bytes.reserve(text.size() * 2);
     while (!text.empty()) {
         const DecodedCharacter next = decodeUtf8(text);
-        const char32_t character = next.length == 0 ? kReplacement : next.character;
-        if (character >= kFirstPair) {
-            const char32_t rest = character - kFirstPair;
-            appendUnit(bytes, kFirstHighSurrogate + (rest >> 10U), order);
-            appendUnit(bytes, kFirstLowSurrogate + (rest & 0x3FFU), order);
+        const char32_t character = next.length == 0 ? replacement : next.character;
+        if (character >= firstPair) {
+            const char32_t rest = character - firstPair;
+            appendUnit(bytes, firstHighSurrogate + (rest >> 10U), order);
+            appendUnit(bytes, firstLowSurrogate + (rest & 0x3FFU), order);
         } else {
             appendUnit(bytes, character, order);
         }

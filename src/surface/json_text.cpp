@@ -5,13 +5,13 @@ namespace {
 
 using nlohmann::json;
 
-constexpr int kDeepest = 100;
+constexpr int deepest = 100;
 
 bool refuseDeepNesting(int depth, json::parse_event_t event, json&) {
     using Event = json::parse_event_t;
     const bool opens = event == Event::array_start || event == Event::object_start;
-    if (opens && depth >= kDeepest) {
-        throw InvalidJson("the JSON nests deeper than " + std::to_string(kDeepest) + " levels");
+    if (opens && depth >= deepest) {
+        throw InvalidJson("the JSON nests deeper than " + std::to_string(deepest) + " levels");
     }
     return true;
 }
@@ -29,9 +29,9 @@ json parseJson(std::string_view text) {
 }
 
 std::string toLine(const nlohmann::ordered_json& value) {
-    constexpr int kOneLine = -1;
-    constexpr bool kKeepUtf8 = false;
-    return value.dump(kOneLine, ' ', kKeepUtf8, nlohmann::ordered_json::error_handler_t::replace);
+    constexpr int oneLine = -1;
+    constexpr bool keepUtf8 = false;
+    return value.dump(oneLine, ' ', keepUtf8, nlohmann::ordered_json::error_handler_t::replace);
 }
 
 }  // namespace tandril::surface

@@ -16,7 +16,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-constexpr const char* kSample = TANDRIL_SAMPLES "/masterdata/tandril.mdb";
+constexpr const char* sample = TANDRIL_SAMPLES "/masterdata/tandril.mdb";
 
 class MasterdataCommandTest : public testing::Test {
   protected:
@@ -89,9 +89,9 @@ TEST_F(MasterdataCommandTest, RefusesNamesThatAreNoFileNames) {
 }
 
 TEST_F(MasterdataCommandTest, ImportCopiesAnAccessFile) {
-    EXPECT_EQ(output({"import", kSample, "Parts"}), "Parts: 20 tables, 109 rows\n");
+    EXPECT_EQ(output({"import", sample, "Parts"}), "Parts: 20 tables, 109 rows\n");
     EXPECT_THAT(databases(), ElementsAre("Parts.mdb"));
-    const auto source = platform::openDatabaseFile(kSample, kSample);
+    const auto source = platform::openDatabaseFile(sample, sample);
     const auto target = open("Parts");
     for (const std::string table : {"HOURLYLABORTYPE", "ADDRESSES", "UNITS", "OBJECTS"}) {
         const QueryResult expected = resultOf(*source, "SELECT * FROM " + table);
@@ -102,12 +102,12 @@ TEST_F(MasterdataCommandTest, ImportCopiesAnAccessFile) {
 }
 
 TEST_F(MasterdataCommandTest, ImportNamesTheDatabaseAfterTheFile) {
-    EXPECT_EQ(output({"import", kSample}), "tandril: 20 tables, 109 rows\n");
+    EXPECT_EQ(output({"import", sample}), "tandril: 20 tables, 109 rows\n");
     EXPECT_THAT(databases(), ElementsAre("tandril.mdb"));
 }
 
 TEST_F(MasterdataCommandTest, ImportReplacesAnAccessFileInItsPlace) {
-    home_.write("Vorn Tandril/MasterData/Parts.mdb", readFile(kSample));
+    home_.write("Vorn Tandril/MasterData/Parts.mdb", readFile(sample));
     const std::string path = home_.pathOf("Vorn Tandril/MasterData/Parts.mdb");
     EXPECT_EQ(platform::databaseKind(path), platform::DatabaseKind::Access);
     EXPECT_NE(failure({"import", path}), "");
@@ -144,19 +144,19 @@ TEST_F(MasterdataCommandTest, ImportRefusesWhatHoldsNoMasterData) {
     home_.write("empty.mdb", "");
     EXPECT_THAT(failure({"import", home_.pathOf("empty.mdb")}),
                 HasSubstr("holds none of the master-data tables"));
-    home_.write("damaged.mdb", readFile(kSample).substr(0, 100000));
+    home_.write("damaged.mdb", readFile(sample).substr(0, 100000));
     EXPECT_THAT(failure({"import", home_.pathOf("damaged.mdb")}),
                 HasSubstr("holds none of the master-data tables"));
 }
 
 TEST_F(MasterdataCommandTest, ImportDrawsNoBarIntoAFile) {
-    EXPECT_EQ(run({"import", kSample}).errors, "");
+    EXPECT_EQ(run({"import", sample}).errors, "");
 }
 
 TEST_F(MasterdataCommandTest, ListMarksTheCurrentDatabase) {
     EXPECT_EQ(output({"list"}), "");
     output({"create", "Parts"});
-    home_.write("Vorn Tandril/MasterData/Access.mdb", readFile(kSample));
+    home_.write("Vorn Tandril/MasterData/Access.mdb", readFile(sample));
     home_.write("Vorn Tandril/MasterData/Other.mdb", "something else, and quite long");
     home_.write("Vorn Tandril/MasterData/Master.exe", "");
     EXPECT_EQ(output({"list"}),
@@ -167,7 +167,7 @@ TEST_F(MasterdataCommandTest, ListMarksTheCurrentDatabase) {
 }
 
 TEST_F(MasterdataCommandTest, UseSetsTheCurrentDatabaseAndTheDataSource) {
-    output({"import", kSample, "Parts"});
+    output({"import", sample, "Parts"});
     EXPECT_EQ(output({"use", "Parts.mdb"}), "Parts is the current database\n");
     EXPECT_EQ(call({"GetVariable", "Currentmdb"}), "Parts\n");
     EXPECT_THAT(home_.read("registry.reg"),

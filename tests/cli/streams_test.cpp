@@ -13,7 +13,7 @@ namespace {
 
 using testing::IsEmpty;
 
-const std::string kUnknown = R"({"method":"NoSuchMethod","args":[]})";
+const std::string unknownCall = R"({"method":"NoSuchMethod","args":[]})";
 
 TEST(BatchStreams, EachAnswerComesBeforeTheNextRequest) {
     const TemporaryHome home;
@@ -30,7 +30,7 @@ TEST(BatchStreams, EachAnswerComesBeforeTheNextRequest) {
 TEST(BatchStreams, LastLineNeedsNoLineEnd) {
     const TemporaryHome home;
     const ProcessResult result =
-        runProcess(TANDRIL_PROGRAM, {"batch", "--home", home.path()}, kUnknown);
+        runProcess(TANDRIL_PROGRAM, {"batch", "--home", home.path()}, unknownCall);
     EXPECT_EQ(result.output, "{\"invalid\":\"unknown method: NoSuchMethod\"}\n");
     EXPECT_EQ(result.end.status, 0);
 }
@@ -40,7 +40,7 @@ TEST(BatchStreams, TakesALineOfManyMegabytes) {
     const std::string name(20'000'000, 'x');
     const ProcessResult result =
         runProcess(TANDRIL_PROGRAM, {"batch", "--home", home.path()},
-                   R"({"method":")" + name + "\",\"args\":[]}\n" + kUnknown + "\n");
+                   R"({"method":")" + name + "\",\"args\":[]}\n" + unknownCall + "\n");
     EXPECT_EQ(result.output.size(), std::string(R"({"invalid":"unknown method: "})").size() + 1 +
                                         name.size() +
                                         std::string(R"({"invalid":"unknown method: "})").size() +
@@ -52,7 +52,7 @@ TEST(BatchStreams, EndsQuietlyWhenNobodyReadsItsAnswers) {
     const TemporaryHome home;
     Process batch(TANDRIL_PROGRAM, {"batch", "--home", home.path()});
     batch.closeOutput();
-    batch.write(kUnknown + "\n");
+    batch.write(unknownCall + "\n");
     EXPECT_EQ(batch.wait().signal, SIGPIPE);
     EXPECT_THAT(batch.errors(), IsEmpty());
 }
@@ -65,7 +65,7 @@ TEST(Streams, FullDiskIsReported) {
             arguments.insert(arguments.end(), {"--home", home.path()});
         }
         const ProcessResult result =
-            runProcess(TANDRIL_PROGRAM, arguments, kUnknown + "\n", "/dev/full");
+            runProcess(TANDRIL_PROGRAM, arguments, unknownCall + "\n", "/dev/full");
         EXPECT_EQ(result.errors, "cannot write to the standard output\n") << command;
         EXPECT_EQ(result.end.status, 1) << command;
     }

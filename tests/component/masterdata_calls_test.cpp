@@ -11,8 +11,8 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-constexpr std::string_view kFile = "C:\\Vorn Tandril\\MasterData\\Parts.mdb";
-constexpr const char* kDeletion =
+constexpr std::string_view filePath = "C:\\Vorn Tandril\\MasterData\\Parts.mdb";
+constexpr const char* deletion =
     "<HBMasterData COMP='1'><UNITS><r STATUS='D' ID='h'/></UNITS></HBMasterData>";
 
 // A workstation that was initialised, with a current database.
@@ -21,7 +21,7 @@ struct MasterDataWorkstation : Workstation {
         client.Initialize();
         std::string name = "Parts";
         client.SetCurrentmdb(name);
-        machine.files.put(kFile, "");
+        machine.files.put(filePath, "");
         machine.database.answer("SELECT * FROM UNITS", {{"COMP", "CUNI"}, {{"1", "h"}}});
         machine.database.answer("SELECT * FROM UNITS WHERE CUNI = 'h'",
                                 {{"COMP", "CUNI"}, {{"1", "h"}}});
@@ -78,7 +78,7 @@ TEST(MasterDataMethods, LeaveTheErrorTextAndTheLogAlone) {
     station.client.HyperLinkAndZoom(0, "Unit", "", "order");
     station.client.ExplodeZip("Master");
     station.client.Synchronize_MasterData("no XML");
-    station.client.Synchronize_MasterData(kDeletion);
+    station.client.Synchronize_MasterData(deletion);
     station.client.CloseDataBase();
     EXPECT_THROW(station.client.MasterData("UNIT"), Fault);
     EXPECT_EQ(station.setting("Error"), error);
@@ -93,7 +93,7 @@ TEST(MasterDataMethods, NeedTheFileOfTheCurrentDatabase) {
     EXPECT_EQ(station.client.MasterData("UNIT"), "");
     EXPECT_EQ(station.client.HyperLinkAndZoom(0, "Unit", "", "order"),
               "<table width=100% border=0 cellspacing=0 cellpadding=0><tr><td></td></tr></table>");
-    EXPECT_EQ(station.client.Synchronize_MasterData(kDeletion), "SUCCESSFUL");
+    EXPECT_EQ(station.client.Synchronize_MasterData(deletion), "SUCCESSFUL");
     EXPECT_THAT(station.statements(), IsEmpty());
 }
 
@@ -127,14 +127,14 @@ TEST(HyperLinkAndZoom, UsesOneContainerForEveryForm) {
 
 TEST(SynchronizeMasterData, UsesAConnectionOfItsOwn) {
     MasterDataWorkstation station;
-    EXPECT_EQ(station.client.Synchronize_MasterData(kDeletion), "SUCCESSFUL");
+    EXPECT_EQ(station.client.Synchronize_MasterData(deletion), "SUCCESSFUL");
     EXPECT_THAT(
         station.statements(),
         ElementsAre("BEGIN", "DELETE FROM UNITS WHERE  COMP = '1' and CUNI = 'h'", "COMMIT"));
     EXPECT_EQ(station.machine.database.openConnections, 0);
     EXPECT_THROW(station.client.MasterData("UNIT"), Fault);
     station.client.OpenDataBase();
-    station.client.Synchronize_MasterData(kDeletion);
+    station.client.Synchronize_MasterData(deletion);
     EXPECT_EQ(station.machine.database.openConnections, 1);
 }
 

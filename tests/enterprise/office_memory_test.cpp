@@ -11,7 +11,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const char* const kOrder =
+const char* const orderText =
     R"(<record ServiceOrder="_1"><OrderStatus>15</OrderStatus><Description>Über Nacht)"
     R"(</Description></record>)";
 
@@ -22,7 +22,7 @@ class OfficeMemory : public testing::Test {
 
     TemporaryFolder folder_;
     const fs::path file_ = folder_.path() / "enterprise.xml";
-    const std::string upload_ = upload({{"ordr", kOrder}});
+    const std::string upload_ = upload({{"ordr", orderText}});
 };
 
 TEST_F(OfficeMemory, TheSameBytesGetTheSameAnswerAndChangeNothing) {

@@ -21,15 +21,15 @@ class OfficeUpload : public testing::Test {
     Office office_ = sampleOffice();
 };
 
-const char* const kNewOrder = R"(<record ServiceOrder="_1" State="N"><OrderStatus>15</OrderStatus>)"
-                              R"(<Description>Kaffeemühle</Description></record>)";
-const char* const kNewActivity =
+const char* const newOrder = R"(<record ServiceOrder="_1" State="N"><OrderStatus>15</OrderStatus>)"
+                             R"(<Description>Kaffeemühle</Description></record>)";
+const char* const newActivity =
     R"(<ServiceOrder ID="_1" State="N"><record Activity="_2" State="N">)"
     R"(<ActivityStatus>15</ActivityStatus></record></ServiceOrder>)";
-const char* const kGoodLine =
+const char* const goodLine =
     R"(<ServiceOrder ID="_1" Activity="_2"><record LineNumber="_3" State="N">)"
     R"(<Item>FLT-200</Item><Quantity>2</Quantity></record></ServiceOrder>)";
-const char* const kBadLine =
+const char* const badLine =
     R"(<ServiceOrder ID="_1" Activity="_2"><record LineNumber="_4" State="N">)"
     R"(<Item>NOPE</Item></record></ServiceOrder>)";
 
@@ -38,7 +38,7 @@ TEST_F(OfficeUpload, BeforeTheFirstOneTheDownloadIsTheSampleAsItStands) {
 }
 
 TEST_F(OfficeUpload, TheReportIsWrittenAsThePageExpectsIt) {
-    office_.takeUpload(upload({{"ordr", kNewOrder}}), Language::English);
+    office_.takeUpload(upload({{"ordr", newOrder}}), Language::English);
     EXPECT_EQ(office_.takeUpload(
                   upload({{"ordr", R"(<record ServiceOrder="9"><OrderStatus/></record>)"}}),
                   Language::English),
@@ -49,8 +49,7 @@ TEST_F(OfficeUpload, TheReportIsWrittenAsThePageExpectsIt) {
 
 TEST_F(OfficeUpload, TheFirstReportAlsoAnswersWhatTheSampleHoldsAsSent) {
     pugi::xml_document report;
-    report.load_string(
-        office_.takeUpload(upload({{"ordr", kNewOrder}}), Language::English).c_str());
+    report.load_string(office_.takeUpload(upload({{"ordr", newOrder}}), Language::English).c_str());
     pugi::xml_document sample;
     sample.load_string(sampleText("orders.xml").c_str());
     const auto sent = sample.select_nodes(
@@ -79,7 +78,7 @@ TEST_F(OfficeUpload, AChangeOfAKnownRecordIsTakenAndHandedOut) {
 }
 
 TEST_F(OfficeUpload, ANewOrderGetsRealNumbersAllTheWayDown) {
-    EXPECT_THAT(send({{"ordr", kNewOrder}, {"actv", kNewActivity}, {"matl", kGoodLine}}),
+    EXPECT_THAT(send({{"ordr", newOrder}, {"actv", newActivity}, {"matl", goodLine}}),
                 ElementsAre("Completed _1//", "Completed _1/_2/", "Completed _1/_2/Material_3"));
     const Download next = download();
     EXPECT_FALSE(next.order("_1"));
@@ -90,7 +89,7 @@ TEST_F(OfficeUpload, ANewOrderGetsRealNumbersAllTheWayDown) {
 }
 
 TEST_F(OfficeUpload, AnotherNewOrderUnderTheSameProvisionalNumberIsANewOne) {
-    send({{"ordr", kNewOrder}, {"actv", kNewActivity}});
+    send({{"ordr", newOrder}, {"actv", newActivity}});
     send({{"ordr", R"(<record ServiceOrder="_1"><OrderStatus>15</OrderStatus>)"
                    R"(<Description>Another</Description></record>)"}});
     EXPECT_STREQ(download().order("100223").child_value("Description"), "Kaffeemühle");
@@ -98,7 +97,7 @@ TEST_F(OfficeUpload, AnotherNewOrderUnderTheSameProvisionalNumberIsANewOne) {
 }
 
 TEST_F(OfficeUpload, ANewOrderWithARefusedLineKeepsItsProvisionalNumber) {
-    EXPECT_THAT(send({{"ordr", kNewOrder}, {"actv", kNewActivity}, {"matl", kBadLine}}),
+    EXPECT_THAT(send({{"ordr", newOrder}, {"actv", newActivity}, {"matl", badLine}}),
                 ElementsAre("Completed _1//", "Completed _1/_2/",
                             "Error _1/_2/Material_4 There is no item \"NOPE\"."));
     EXPECT_FALSE(download().order("100223"));
@@ -106,10 +105,10 @@ TEST_F(OfficeUpload, ANewOrderWithARefusedLineKeepsItsProvisionalNumber) {
 }
 
 TEST_F(OfficeUpload, ACorrectedLineBringsTheNewOrderItsNumber) {
-    send({{"ordr", kNewOrder}, {"actv", kNewActivity}, {"matl", kBadLine}});
-    std::string corrected = kBadLine;
+    send({{"ordr", newOrder}, {"actv", newActivity}, {"matl", badLine}});
+    std::string corrected = badLine;
     corrected.replace(corrected.find("NOPE"), 4, "FLT-300");
-    EXPECT_THAT(send({{"ordr", kNewOrder}, {"actv", kNewActivity}, {"matl", corrected}}),
+    EXPECT_THAT(send({{"ordr", newOrder}, {"actv", newActivity}, {"matl", corrected}}),
                 ElementsAre("Completed _1//", "Completed _1/_2/", "Completed _1/_2/Material_4"));
     EXPECT_TRUE(download().line("ccsocservcmatl", "100223", "10", "10"));
     EXPECT_FALSE(download().order("100224"));
@@ -118,12 +117,12 @@ TEST_F(OfficeUpload, ACorrectedLineBringsTheNewOrderItsNumber) {
 // The line may have been deleted: the order must not be held back for ever. Or it comes corrected
 // later: then it belongs to the order that has its number by now.
 TEST_F(OfficeUpload, ANewOrderSentAgainWithoutItsRefusedLineIsTakenAndStillKnown) {
-    send({{"ordr", kNewOrder}, {"actv", kNewActivity}, {"matl", kBadLine}});
-    send({{"ordr", kNewOrder}, {"actv", kNewActivity}});
+    send({{"ordr", newOrder}, {"actv", newActivity}, {"matl", badLine}});
+    send({{"ordr", newOrder}, {"actv", newActivity}});
     EXPECT_TRUE(download().order("100223"));
-    std::string corrected = kBadLine;
+    std::string corrected = badLine;
     corrected.replace(corrected.find("NOPE"), 4, "FLT-300");
-    send({{"ordr", kNewOrder}, {"actv", kNewActivity}, {"matl", corrected}});
+    send({{"ordr", newOrder}, {"actv", newActivity}, {"matl", corrected}});
     EXPECT_FALSE(download().order("100224"));
     EXPECT_STREQ(download().root().child("ccsocservcmatl").last_child().attribute("ID").value(),
                  "100223");
@@ -132,8 +131,8 @@ TEST_F(OfficeUpload, ANewOrderSentAgainWithoutItsRefusedLineIsTakenAndStillKnown
 TEST_F(OfficeUpload, WhatHangsBelowARefusedNewRecordWaitsWithoutAnEntry) {
     EXPECT_THAT(send({{"ordr", R"(<record ServiceOrder="_1"><OrderStatus>15</OrderStatus>)"
                                R"(<Configuration>C-999</Configuration></record>)"},
-                      {"actv", kNewActivity},
-                      {"matl", kGoodLine}}),
+                      {"actv", newActivity},
+                      {"matl", goodLine}}),
                 ElementsAre("Error _1// There is no configuration \"C-999\"."));
     EXPECT_THAT(send({{"actv", R"(<ServiceOrder ID="100201"><record Activity="_7">)"
                                R"(<Configuration>C-999</Configuration></record></ServiceOrder>)"},
@@ -244,9 +243,9 @@ TEST_F(OfficeUpload, RegistrationsKeptApartAreTakenWithoutAnEntry) {
 }
 
 TEST_F(OfficeUpload, EveryThirdUploadClosesTheLeastUrgentAndLatestOrder) {
-    send({{"ordr", kNewOrder}});
+    send({{"ordr", newOrder}});
     EXPECT_STREQ(download().order("100210").child_value("OrderStatus"), "15");
-    send({{"actv", kNewActivity}});
+    send({{"actv", newActivity}});
     const Download next = download();
     const pugi::xml_node closed = next.order("100210");
     EXPECT_STREQ(closed.child_value("OrderStatus"), "35");
@@ -258,8 +257,8 @@ TEST_F(OfficeUpload, EveryThirdUploadClosesTheLeastUrgentAndLatestOrder) {
 TEST_F(OfficeUpload, AClosedOrderTakesNoChangesUntilADownloadHasTold) {
     const char* const change =
         R"(<record ServiceOrder="100210"><OrderStatus>15</OrderStatus></record>)";
-    send({{"ordr", kNewOrder}});
-    send({{"actv", kNewActivity}});
+    send({{"ordr", newOrder}});
+    send({{"actv", newActivity}});
     EXPECT_THAT(send({{"ordr", change}}),
                 ElementsAre("Error 100210// The office has closed this order; the next download "
                             "says why."));

@@ -34,8 +34,8 @@ TEST_P(RuleOfTheOffice, DecidesByTheFields) {
     EXPECT_EQ(refusal ? describe(*refusal, Language::English) : "", GetParam().refusal);
 }
 
-const std::string kHours = "The hours must be a number above 0 and up to 24, not ";
-const std::string kQuantity = "The quantity must be a number above 0, not ";
+const std::string hoursRefusal = "The hours must be a number above 0 and up to 24, not ";
+const std::string quantityRefusal = "The quantity must be a number above 0, not ";
 
 INSTANTIATE_TEST_SUITE_P(
     Records, RuleOfTheOffice,
@@ -54,12 +54,12 @@ INSTANTIATE_TEST_SUITE_P(
         Case{Kind::Activity, "<ExecutionStartTime>20261113 100000</ExecutionStartTime>", ""},
         Case{Kind::Material, "<Item>FLT-400</Item><Quantity>0,5</Quantity>", ""},
         Case{Kind::Material, "<Item>FLT-3OO</Item>", "There is no item \"FLT-3OO\"."},
-        Case{Kind::Material, "<Quantity>0</Quantity>", kQuantity + "\"0\"."},
-        Case{Kind::Material, "<Quantity>two</Quantity>", kQuantity + "\"two\"."},
+        Case{Kind::Material, "<Quantity>0</Quantity>", quantityRefusal + "\"0\"."},
+        Case{Kind::Material, "<Quantity>two</Quantity>", quantityRefusal + "\"two\"."},
         Case{Kind::Labour, "<Hours>24</Hours>", ""},
-        Case{Kind::Labour, "<Hours>24.01</Hours>", kHours + "\"24.01\"."},
-        Case{Kind::Labour, "<Hours>-1</Hours>", kHours + "\"-1\"."},
-        Case{Kind::Labour, "<Hours>1h</Hours>", kHours + "\"1h\"."},
+        Case{Kind::Labour, "<Hours>24.01</Hours>", hoursRefusal + "\"24.01\"."},
+        Case{Kind::Labour, "<Hours>-1</Hours>", hoursRefusal + "\"-1\"."},
+        Case{Kind::Labour, "<Hours>1h</Hours>", hoursRefusal + "\"1h\"."},
         Case{Kind::Labour,
              "<StartDate>20261113 100000</StartDate><EndDate>20261113 095959</EndDate>",
              "The work ends before it begins."},

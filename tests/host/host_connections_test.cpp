@@ -21,7 +21,7 @@ using testing::HasSubstr;
 using Clock = std::chrono::steady_clock;
 
 // A test that waits for one of these would take ten minutes; one that does not, far less than
-// kSoon, also on a machine that has much else to do.
+// soon, also on a machine that has much else to do.
 host::HostSettings longDeadlines() {
     host::HostSettings settings;
     settings.connections.head = 600s;
@@ -31,7 +31,7 @@ host::HostSettings longDeadlines() {
     return settings;
 }
 
-constexpr auto kSoon = 60s;
+constexpr auto soon = 60s;
 
 // The other deadline stays long, because a busy machine may need as much for what is sent at once.
 host::HostSettings shortHead() {
@@ -55,7 +55,7 @@ TEST(HostConnections, HungClientsKeepNobodyWaiting) {
     }
     const auto start = Clock::now();
     EXPECT_EQ(host.post("/client20/LocalXmlExists", "[]").status(), 200);
-    EXPECT_LT(Clock::now() - start, kSoon);
+    EXPECT_LT(Clock::now() - start, soon);
 }
 
 TEST(HostConnections, HungBodiesKeepNoCallWaiting) {
@@ -67,7 +67,7 @@ TEST(HostConnections, HungBodiesKeepNoCallWaiting) {
     }
     const auto start = Clock::now();
     EXPECT_EQ(host.post("/client20/LocalXmlExists", "[]").status(), 200);
-    EXPECT_LT(Clock::now() - start, kSoon);
+    EXPECT_LT(Clock::now() - start, soon);
 }
 
 TEST(HostConnections, HeadThatDripsInIsCutOff) {
@@ -83,7 +83,7 @@ TEST(HostConnections, HeadThatDripsInIsCutOff) {
     const RawResponse response(connection.readAll());
     EXPECT_EQ(response.status(), 400);
     EXPECT_GT(Clock::now() - start, 200ms);
-    EXPECT_LT(Clock::now() - start, kSoon);
+    EXPECT_LT(Clock::now() - start, soon);
     dripping.join();
 }
 
@@ -177,7 +177,7 @@ TEST(HostConnections, StopDoesNotWaitForHungClients) {
     EXPECT_EQ(host.get("/").status(), 200);
     const auto start = Clock::now();
     host.stop();
-    EXPECT_LT(Clock::now() - start, kSoon);
+    EXPECT_LT(Clock::now() - start, soon);
     EXPECT_THROW(const RawConnection gone(host.port()), std::runtime_error);
 }
 
@@ -190,7 +190,7 @@ TEST(HostConnections, StopDoesNotWaitForClientsThatDoNotRead) {
     std::this_thread::sleep_for(200ms);  // until the answer fills the socket
     const auto start = Clock::now();
     host.stop();
-    EXPECT_LT(Clock::now() - start, kSoon);
+    EXPECT_LT(Clock::now() - start, soon);
 }
 
 TEST(HostConnections, StoppedAtOnceAfterTheStart) {

@@ -15,7 +15,7 @@ using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
 
-const std::string kCall = "/client20/LocalXmlExists";
+const std::string callPath = "/client20/LocalXmlExists";
 
 class HostRules : public testing::Test {
   protected:
@@ -31,7 +31,7 @@ class HostRules : public testing::Test {
         EXPECT_NE(at, std::string::npos) << what;
         return request.replace(at, what.size(), by);
     }
-    std::string goodPost() { return host_.postHead(kCall) + "Content-Length: 2\r\n\r\n[]"; }
+    std::string goodPost() { return host_.postHead(callPath) + "Content-Length: 2\r\n\r\n[]"; }
 
     RunningHost host_;
 };
@@ -138,12 +138,12 @@ TEST_F(HostRules, ContentType) {
 }
 
 TEST_F(HostRules, CompressedBody) {
-    expectRefusal(host_.post(kCall, "[]", "Content-Encoding: gzip\r\n"), 415,
+    expectRefusal(host_.post(callPath, "[]", "Content-Encoding: gzip\r\n"), 415,
                   "the body must not be compressed");
 }
 
 TEST_F(HostRules, PathTakesTheMethod) {
-    const RawResponse response = host_.get(kCall);
+    const RawResponse response = host_.get(callPath);
     expectRefusal(response, 405, "this takes POST only");
     EXPECT_EQ(response.header("Allow"), "POST");
     EXPECT_EQ(host_.post("/index.html", "[]").status(), 405);
@@ -179,7 +179,7 @@ TEST_F(HostRules, EveryResponseCarriesTheSameProtection) {
 TEST_F(HostRules, EverySuccessCarriesTheSameProtection) {
     for (const RawResponse& response :
          {host_.get("/"), host_.get("/session"), host_.get("/client20/methods"),
-          host_.post(kCall, "[]"), host_.post("/client20/None", "[]"), host_.get("/nowhere")}) {
+          host_.post(callPath, "[]"), host_.post("/client20/None", "[]"), host_.get("/nowhere")}) {
         EXPECT_THAT(response.header("Content-Security-Policy"), Not(HasSubstr("unsafe")));
         EXPECT_THAT(response.header("Content-Security-Policy"), HasSubstr("default-src 'self'"));
         EXPECT_EQ(response.header("X-Content-Type-Options"), "nosniff");

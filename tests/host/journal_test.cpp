@@ -17,8 +17,8 @@ namespace {
 using host::Journal;
 using testing::HasSubstr;
 
-constexpr const char* kFile = "C:\\Vorn Tandril\\PageJournal.json";
-constexpr const char* kDamaged = "C:\\Vorn Tandril\\PageJournal.damaged.json";
+constexpr const char* filePath = "C:\\Vorn Tandril\\PageJournal.json";
+constexpr const char* damagedPath = "C:\\Vorn Tandril\\PageJournal.damaged.json";
 
 TEST(Journal, NothingWasWrittenYet) {
     MemoryFiles files;
@@ -41,13 +41,13 @@ TEST(Journal, AWriteIsOnTheDiskWhenItReturns) {
     MemoryFiles files;
     files.put("C:\\Vorn Tandril\\log.txt", "");
     Journal(files).write(R"({"revision":0,"content":1})");
-    ASSERT_EQ(files.count(FileOperation::Replace, kFile), 1);
+    ASSERT_EQ(files.count(FileOperation::Replace, filePath), 1);
     EXPECT_EQ(files.calls().back().durability, platform::Durability::Durable);
 }
 
 TEST(Journal, AnOlderRevisionOverwritesNothing) {
     MemoryFiles files;
-    files.put(kFile, R"({"revision":7,"content":"kept"})");
+    files.put(filePath, R"({"revision":7,"content":"kept"})");
     for (const char* body : {R"({"revision":6,"content":"mine"})", R"({"revision":8,"content":1})",
                              R"({"revision":0,"content":null})"}) {
         const host::Response refused = Journal(files).write(body);
@@ -69,11 +69,11 @@ TEST(Journal, ABodyThatIsNone) {
 
 TEST(Journal, ADamagedFileIsSaidAndPutAside) {
     MemoryFiles files;
-    files.put(kFile, R"({"revision":7,"cont)");
+    files.put(filePath, R"({"revision":7,"cont)");
     EXPECT_EQ(Journal(files).read().body, "{\"revision\":0,\"content\":null,\"damaged\":true}\n");
     EXPECT_EQ(Journal(files).write(R"({"revision":0,"content":2})").body, "{\"revision\":1}\n");
-    EXPECT_EQ(files.content(kDamaged), R"({"revision":7,"cont)");
-    EXPECT_EQ(files.content(kFile), "{\"revision\":1,\"content\":2}\n");
+    EXPECT_EQ(files.content(damagedPath), R"({"revision":7,"cont)");
+    EXPECT_EQ(files.content(filePath), "{\"revision\":1,\"content\":2}\n");
 }
 
 class FullDisk : public FilesWrapper {
@@ -86,7 +86,7 @@ class FullDisk : public FilesWrapper {
 
 TEST(Journal, AFullDiskIsAFaultAndLeavesTheOldOne) {
     MemoryFiles files;
-    files.put(kFile, R"({"revision":7,"content":"kept"})");
+    files.put(filePath, R"({"revision":7,"content":"kept"})");
     FullDisk full(files);
     EXPECT_THROW(Journal(full).write(R"({"revision":7,"content":1})"), Fault);
     EXPECT_EQ(Journal(files).read().body, "{\"revision\":7,\"content\":\"kept\"}\n");

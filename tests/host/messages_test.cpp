@@ -29,7 +29,7 @@ TEST(Messages, TheLastTwentyAreKept) {
     for (int i = 1; i <= 25; ++i) {
         messages.add("title", std::to_string(i));
     }
-    ASSERT_EQ(messages.after(0).size(), Messages::kKept);
+    ASSERT_EQ(messages.after(0).size(), Messages::mostKept);
     EXPECT_EQ(messages.after(0).front().number, 6);
     EXPECT_EQ(messages.after(0).back().text, "25");
 }

@@ -10,7 +10,7 @@
 namespace tandril::test {
 namespace {
 
-constexpr std::intptr_t kNone = -1;
+constexpr std::intptr_t noSocket = -1;
 
 SOCKET native(std::intptr_t handle) {
     return static_cast<SOCKET>(handle);
@@ -59,11 +59,11 @@ PlainSocket PlainSocket::listening() {
 }
 
 PlainSocket::~PlainSocket() {
-    if (handle_ != kNone) ::closesocket(native(handle_));
+    if (handle_ != noSocket) ::closesocket(native(handle_));
 }
 
 PlainSocket::PlainSocket(PlainSocket&& other) noexcept
-    : handle_(std::exchange(other.handle_, kNone)) {}
+    : handle_(std::exchange(other.handle_, noSocket)) {}
 
 int PlainSocket::port() const {
     sockaddr_in address{};

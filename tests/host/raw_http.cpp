@@ -36,8 +36,8 @@ RawResponse::RawResponse(const std::string& bytes) {
 }
 
 int RawResponse::status() const {
-    constexpr std::string_view kVersion = "HTTP/1.1 ";
-    return head.starts_with(kVersion) ? std::atoi(head.c_str() + kVersion.size()) : 0;
+    constexpr std::string_view version = "HTTP/1.1 ";
+    return head.starts_with(version) ? std::atoi(head.c_str() + version.size()) : 0;
 }
 
 std::string RawResponse::header(std::string_view name) const {

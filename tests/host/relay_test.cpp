@@ -22,7 +22,7 @@ using testing::SizeIs;
 using testing::StartsWith;
 using Clock = std::chrono::steady_clock;
 
-const std::string kHello =
+const std::string hello =
     "HTTP/1.1 200 OK\r\nContent-Type: application/xml\r\nContent-Length: 4\r\n\r\n<a/>";
 
 host::HostSettings relayingTo(const std::string& url) {
@@ -32,7 +32,7 @@ host::HostSettings relayingTo(const std::string& url) {
 }
 
 TEST(Relay, PassesPathAndQueryOnAsTheyCame) {
-    const ScriptedServer server(kHello);
+    const ScriptedServer server(hello);
     RunningHost host(relayingTo(server.url() + "/base/"));
     const RawResponse response = host.get("/enterprise/a%20b/c?of=A%201&x=1+2&y=%C3%A4,'z'");
     EXPECT_EQ(response.status(), 200);
@@ -43,7 +43,7 @@ TEST(Relay, PassesPathAndQueryOnAsTheyCame) {
 }
 
 TEST(Relay, PassesABodyOn) {
-    const ScriptedServer server(kHello);
+    const ScriptedServer server(hello);
     RunningHost host(relayingTo(server.url()));
     const std::string body("<a>\0\xFF</a>", 9);
     EXPECT_EQ(host.post("/enterprise/upload", body).status(), 200);
@@ -53,7 +53,7 @@ TEST(Relay, PassesABodyOn) {
 }
 
 TEST(Relay, KeepsWhatIsNotAboutTheRequest) {
-    const ScriptedServer server(kHello);
+    const ScriptedServer server(hello);
     RunningHost host(relayingTo(server.url()));
     host.post("/enterprise/x", "[]",
               "Accept: text/xml\r\nAccept-Language: de\r\nReferer: http://x/\r\n"
@@ -111,7 +111,7 @@ TEST(Relay, WithoutServer) {
 TEST(Relay, ServerThatIsNotThere) {
     std::string url;
     {
-        const ScriptedServer gone(kHello);
+        const ScriptedServer gone(hello);
         url = gone.url();
     }
     RunningHost host(relayingTo(url));
@@ -121,7 +121,7 @@ TEST(Relay, ServerThatIsNotThere) {
 }
 
 TEST(Relay, RedirectIsNotFollowed) {
-    const ScriptedServer other(kHello);
+    const ScriptedServer other(hello);
     const ScriptedServer server("HTTP/1.1 302 Found\r\nLocation: " + other.url() +
                                 "/x\r\nContent-Length: 0\r\n\r\n");
     RunningHost host(relayingTo(server.url()));

@@ -11,10 +11,10 @@
 namespace tandril::host {
 namespace {
 
-constexpr int kPort = 8720;
-constexpr std::size_t kLimit = 1000;
-constexpr const char* kOrigin = "http://127.0.0.1:8720";
-constexpr const char* kJson = "application/json";
+constexpr int port = 8720;
+constexpr std::size_t limit = 1000;
+constexpr const char* ownOrigin = "http://127.0.0.1:8720";
+constexpr const char* jsonType = "application/json";
 
 // A request that can be bent in one place.
 struct Draft {
@@ -58,9 +58,9 @@ Draft post(const std::string& target) {
             target,
             {{"Host", "127.0.0.1:8720"},
              {"Cookie", "tandril-8720=session"},
-             {"Origin", kOrigin},
+             {"Origin", ownOrigin},
              {"X-Tandril-Csrf", "csrf"},
-             {"Content-Type", kJson},
+             {"Content-Type", jsonType},
              {"Content-Length", "2"}}};
 }
 
@@ -74,7 +74,7 @@ int status(const Draft& draft, Tokens& tokens) {
     for (const auto& [name, value] : draft.headers) {
         request.headers.add(name, value);
     }
-    const std::optional<Response> response = refusal(request, {tokens, kPort, kLimit});
+    const std::optional<Response> response = refusal(request, {tokens, port, limit});
     return response ? response->status : 0;
 }
 
@@ -214,7 +214,7 @@ TEST(RequestRules, BodyOfACallIsJson) {
         EXPECT_EQ(status(call().with("Content-Type", type)), 415) << type;
         EXPECT_EQ(status(post("/enterprise/x").with("Content-Type", type)), 0) << type;
     }
-    EXPECT_EQ(status(call().adding("Content-Type", kJson)), 415) << "twice";
+    EXPECT_EQ(status(call().adding("Content-Type", jsonType)), 415) << "twice";
     for (const char* type : {"application/json; charset=utf-8", "Application/JSON;charset=UTF-8",
                              "application/json ; charset=\"utf-8\"", "application/json;x=1"}) {
         EXPECT_EQ(status(call().with("Content-Type", type)), 0) << type;
@@ -259,7 +259,7 @@ TEST(RequestRules, RefusedMethodsComeWithThoseThatAreTaken) {
     Request request{"GET", "/client20/ListOrders", {}, {}};
     request.headers.add("Host", "127.0.0.1:8720");
     request.headers.add("Cookie", "tandril-8720=session");
-    const std::optional<Response> response = refusal(request, {tokens, kPort, kLimit});
+    const std::optional<Response> response = refusal(request, {tokens, port, limit});
     ASSERT_TRUE(response);
     EXPECT_EQ(response->headers.only("Allow"), "POST");
 }
@@ -278,9 +278,9 @@ TEST(RequestRules, AreAskedInTheirOrder) {
     EXPECT_EQ(status(draft = draft.to("/client20/x")), 401);
     EXPECT_EQ(status(draft = draft.with("Cookie", "tandril-8720=session")), 403);
     EXPECT_EQ(status(draft = draft.without("Origin")), 403);
-    EXPECT_EQ(status(draft = draft.with("Origin", kOrigin)), 403);
+    EXPECT_EQ(status(draft = draft.with("Origin", ownOrigin)), 403);
     EXPECT_EQ(status(draft = draft.with("X-Tandril-Csrf", "csrf")), 415);
-    EXPECT_EQ(status(draft = draft.with("Content-Type", kJson)), 415);
+    EXPECT_EQ(status(draft = draft.with("Content-Type", jsonType)), 415);
     EXPECT_EQ(status(draft = draft.without("Content-Encoding")), 413);
     EXPECT_EQ(status(draft = draft.with("Content-Length", "2")), 0);
     EXPECT_EQ(status(draft.to("/x")), 405);

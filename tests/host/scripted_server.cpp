@@ -9,11 +9,11 @@ namespace tandril::test {
 namespace {
 
 std::size_t bodyLength(const std::string& head) {
-    constexpr std::string_view kName = "Content-Length: ";
-    const std::size_t at = head.find(kName);
+    constexpr std::string_view lengthHeader = "Content-Length: ";
+    const std::size_t at = head.find(lengthHeader);
     return at == std::string::npos
                ? 0
-               : static_cast<std::size_t>(std::atoll(head.c_str() + at + kName.size()));
+               : static_cast<std::size_t>(std::atoll(head.c_str() + at + lengthHeader.size()));
 }
 
 std::string readRequest(const PlainSocket& socket) {

@@ -20,12 +20,12 @@ using masterdata::WindowKind;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-constexpr const char* kFile = "Vorn Tandril/MasterData/Sample.mdb";
+constexpr const char* filePath = "Vorn Tandril/MasterData/Sample.mdb";
 
 class AccessTest : public ::testing::Test {
   protected:
     AccessTest() {
-        home_.write(kFile, readFile(TANDRIL_SAMPLES "/masterdata/tandril.mdb"));
+        home_.write(filePath, readFile(TANDRIL_SAMPLES "/masterdata/tandril.mdb"));
         platform::Machine machine = machine_->machine();
         constexpr const char* key = "SOFTWARE\\ODBC\\odbc.ini\\Tandril Master Data";
         machine.registry.createKey(platform::RegistryRoot::LocalMachine, key);
@@ -136,12 +136,12 @@ TEST_F(AccessTest, AnswersLookUps) {
 }
 
 TEST_F(AccessTest, IsNotSynchronised) {
-    const std::string before = home_.read(kFile);
+    const std::string before = home_.read(filePath);
     EXPECT_EQ(masterdata::synchronise("<HBMasterData COMP='100'><UNITS><r STATUS='D' ID='h'/>"
                                       "</UNITS></HBMasterData>",
                                       [this] { return open(); }),
               "SUCCESSFUL");
-    EXPECT_TRUE(home_.read(kFile) == before);
+    EXPECT_TRUE(home_.read(filePath) == before);
 }
 
 }  // namespace

@@ -43,12 +43,12 @@ class FileSystemTest : public ::testing::Test {
 using Machines = ::testing::Types<InMemory, RealFiles, Wrapped>;
 TYPED_TEST_SUITE(FileSystemTest, Machines);
 
-constexpr std::string_view kLog = "C:\\Vorn Tandril\\log.txt";
+constexpr std::string_view logPath = "C:\\Vorn Tandril\\log.txt";
 
-constexpr std::string_view kStore = "C:\\Vorn Tandril\\Harbrook.xml";
+constexpr std::string_view storePath = "C:\\Vorn Tandril\\Harbrook.xml";
 
 // Paths that might lead out of drive "C:", or that are none.
-const char* const kStrayPaths[] = {
+const char* const strayPaths[] = {
     "C:\\..\\x",
     "C:\\Vorn Tandril\\..\\..\\x",
     "C:\\Vorn Tandril/x",
@@ -73,46 +73,47 @@ TYPED_TEST(FileSystemTest, OnlyDriveCExists) {
 }
 
 TYPED_TEST(FileSystemTest, ReplacesFilesTogether) {
-    this->write(kLog, "old log");
-    const platform::NewContent both[] = {{kLog, "new log"}, {kStore, "new store"}};
+    this->write(logPath, "old log");
+    const platform::NewContent both[] = {{logPath, "new log"}, {storePath, "new store"}};
     this->files().replaceTogether(both);
-    EXPECT_EQ(this->files().read(kLog), "new log");
-    EXPECT_EQ(this->files().read(kStore), "new store");
+    EXPECT_EQ(this->files().read(logPath), "new log");
+    EXPECT_EQ(this->files().read(storePath), "new store");
     this->files().replaceTogether({});
 }
 
 TYPED_TEST(FileSystemTest, AFileIsReplacedPieceByPiece) {
-    const platform::NewContent store[] = {{kStore, platform::Content([](const auto& sink) {
+    const platform::NewContent store[] = {{storePath, platform::Content([](const auto& sink) {
                                                sink("one ");
                                                sink("");
                                                sink("two");
                                            })}};
     this->files().replaceTogether(store);
-    EXPECT_EQ(this->files().read(kStore), "one two");
+    EXPECT_EQ(this->files().read(storePath), "one two");
 }
 
 TYPED_TEST(FileSystemTest, AFileStaysWhenItsPiecesEndEarly) {
-    this->write(kStore, "old store");
-    const platform::NewContent store[] = {{kStore, platform::Content([](const auto& sink) {
+    this->write(storePath, "old store");
+    const platform::NewContent store[] = {{storePath, platform::Content([](const auto& sink) {
                                                sink("new ");
                                                throw Fault("no more");
                                            })}};
     EXPECT_THROW(this->files().replaceTogether(store), Fault);
-    EXPECT_EQ(this->files().read(kStore), "old store");
+    EXPECT_EQ(this->files().read(storePath), "old store");
     EXPECT_THAT(this->files().fileNames("C:\\Vorn Tandril"), testing::ElementsAre("Harbrook.xml"));
 }
 
 TYPED_TEST(FileSystemTest, ReplacesNoFileWhenOneCannotBe) {
-    this->write(kLog, "old log");
-    const platform::NewContent both[] = {{kLog, "new log"}, {"C:\\Vorn Tandril\\MasterData", "x"}};
+    this->write(logPath, "old log");
+    const platform::NewContent both[] = {{logPath, "new log"},
+                                         {"C:\\Vorn Tandril\\MasterData", "x"}};
     EXPECT_THROW(this->files().replaceTogether(both), Fault);
-    EXPECT_EQ(this->files().read(kLog), "old log");
+    EXPECT_EQ(this->files().read(logPath), "old log");
 }
 
 TYPED_TEST(FileSystemTest, TellsFilesFromFolders) {
-    this->write(kLog, "");
-    EXPECT_TRUE(this->files().fileExists(kLog));
-    EXPECT_FALSE(this->files().folderExists(kLog));
+    this->write(logPath, "");
+    EXPECT_TRUE(this->files().fileExists(logPath));
+    EXPECT_FALSE(this->files().folderExists(logPath));
     EXPECT_TRUE(this->files().folderExists("C:\\Vorn Tandril"));
     EXPECT_TRUE(this->files().folderExists("C:\\Vorn Tandril\\"));
     EXPECT_FALSE(this->files().fileExists("C:\\Vorn Tandril"));
@@ -123,8 +124,8 @@ TYPED_TEST(FileSystemTest, TellsFilesFromFolders) {
 TYPED_TEST(FileSystemTest, CreateFolderNeedsAParentAndAFreeName) {
     EXPECT_THROW(this->files().createFolder("C:\\A\\B"), Fault);
     EXPECT_THROW(this->files().createFolder("C:\\Vorn Tandril"), Fault);
-    this->write(kLog, "");
-    EXPECT_THROW(this->files().createFolder(kLog), Fault);
+    this->write(logPath, "");
+    EXPECT_THROW(this->files().createFolder(logPath), Fault);
     this->files().createFolder("C:\\A");
     this->files().createFolder("C:\\A\\B");
     EXPECT_TRUE(this->files().folderExists("C:\\A\\B"));
@@ -132,12 +133,12 @@ TYPED_TEST(FileSystemTest, CreateFolderNeedsAParentAndAFreeName) {
 
 TYPED_TEST(FileSystemTest, ReplaceMakesTheWholeContent) {
     const std::string bytes("all\r\nbytes \0\xFF", 13);
-    this->files().replace(kLog, bytes, Durability::Durable);
-    EXPECT_EQ(this->files().read(kLog), bytes);
-    this->files().replace(kLog, "shorter", Durability::Relaxed);
-    EXPECT_EQ(this->files().read(kLog), "shorter");
-    this->files().replace(kLog, "", Durability::Relaxed);
-    EXPECT_EQ(this->files().read(kLog), "");
+    this->files().replace(logPath, bytes, Durability::Durable);
+    EXPECT_EQ(this->files().read(logPath), bytes);
+    this->files().replace(logPath, "shorter", Durability::Relaxed);
+    EXPECT_EQ(this->files().read(logPath), "shorter");
+    this->files().replace(logPath, "", Durability::Relaxed);
+    EXPECT_EQ(this->files().read(logPath), "");
     EXPECT_THAT(this->files().fileNames("C:\\Vorn Tandril"), ElementsAre("log.txt"));
 }
 
@@ -150,55 +151,55 @@ TYPED_TEST(FileSystemTest, ReplaceNeedsAFolderAndAFile) {
 }
 
 TYPED_TEST(FileSystemTest, ReadOfWhatIsNoFileIsAFault) {
-    EXPECT_THROW(this->files().read(kLog), Fault);
+    EXPECT_THROW(this->files().read(logPath), Fault);
     EXPECT_THROW(this->files().read("C:\\Vorn Tandril"), Fault);
 }
 
 TYPED_TEST(FileSystemTest, AppendAddsAtTheEnd) {
-    this->write(kLog, "one\r\n");
-    this->files().append(kLog, "two\r\n");
-    this->files().append(kLog, "");
-    EXPECT_EQ(this->files().read(kLog), "one\r\ntwo\r\n");
+    this->write(logPath, "one\r\n");
+    this->files().append(logPath, "two\r\n");
+    this->files().append(logPath, "");
+    EXPECT_EQ(this->files().read(logPath), "one\r\ntwo\r\n");
 }
 
 TYPED_TEST(FileSystemTest, AppendNeverCreates) {
-    EXPECT_THROW(this->files().append(kLog, "x"), Fault);
+    EXPECT_THROW(this->files().append(logPath, "x"), Fault);
     EXPECT_THROW(this->files().append("C:\\Vorn Tandril", "x"), Fault);
-    EXPECT_FALSE(this->files().fileExists(kLog));
+    EXPECT_FALSE(this->files().fileExists(logPath));
 }
 
 TYPED_TEST(FileSystemTest, AppendAddsAllPiecesOrNothing) {
-    this->write(kLog, "one ");
+    this->write(logPath, "one ");
     const auto twoPieces = [](const platform::Content::Sink& sink) {
         sink("two ");
         sink("three");
     };
-    this->files().append(kLog, platform::Content(twoPieces));
-    EXPECT_EQ(this->files().read(kLog), "one two three");
+    this->files().append(logPath, platform::Content(twoPieces));
+    EXPECT_EQ(this->files().read(logPath), "one two three");
     const auto halfOfThem = [](const platform::Content::Sink& sink) {
         sink(" four");
         throw Fault("no more");
     };
-    EXPECT_THROW(this->files().append(kLog, platform::Content(halfOfThem)), Fault);
-    EXPECT_EQ(this->files().read(kLog), "one two three");
+    EXPECT_THROW(this->files().append(logPath, platform::Content(halfOfThem)), Fault);
+    EXPECT_EQ(this->files().read(logPath), "one two three");
 }
 
 TYPED_TEST(FileSystemTest, RenameReplacesTheFileOfThatName) {
-    this->write(kLog, "old");
+    this->write(logPath, "old");
     this->write("C:\\Vorn Tandril\\kept.txt", "kept");
-    this->files().rename("C:\\Vorn Tandril\\kept.txt", kLog);
-    EXPECT_EQ(this->files().read(kLog), "kept");
+    this->files().rename("C:\\Vorn Tandril\\kept.txt", logPath);
+    EXPECT_EQ(this->files().read(logPath), "kept");
     EXPECT_THAT(this->files().fileNames("C:\\Vorn Tandril"), ElementsAre("log.txt"));
 }
 
 TYPED_TEST(FileSystemTest, RenameStaysInTheFolder) {
-    this->write(kLog, "kept");
-    EXPECT_THROW(this->files().rename(kLog, "C:\\Vorn Tandril\\MasterData\\log.txt"), Fault);
-    EXPECT_THROW(this->files().rename(kLog, "C:\\Vorn Tandril\\MasterData"), Fault);
+    this->write(logPath, "kept");
+    EXPECT_THROW(this->files().rename(logPath, "C:\\Vorn Tandril\\MasterData\\log.txt"), Fault);
+    EXPECT_THROW(this->files().rename(logPath, "C:\\Vorn Tandril\\MasterData"), Fault);
     EXPECT_THROW(this->files().rename("C:\\Vorn Tandril\\MasterData", "C:\\Vorn Tandril\\New"),
                  Fault);
-    EXPECT_THROW(this->files().rename("C:\\Vorn Tandril\\none", kLog), Fault);
-    EXPECT_EQ(this->files().read(kLog), "kept");
+    EXPECT_THROW(this->files().rename("C:\\Vorn Tandril\\none", logPath), Fault);
+    EXPECT_EQ(this->files().read(logPath), "kept");
 }
 
 TYPED_TEST(FileSystemTest, FileNamesAreSortedAndLeaveFoldersOut) {
@@ -212,7 +213,7 @@ TYPED_TEST(FileSystemTest, FileNamesAreSortedAndLeaveFoldersOut) {
 }
 
 TYPED_TEST(FileSystemTest, PathsThatMightLeadOutNameNothing) {
-    for (const std::string path : kStrayPaths) {
+    for (const std::string path : strayPaths) {
         SCOPED_TRACE(path);
         EXPECT_FALSE(this->files().fileExists(path));
         EXPECT_FALSE(this->files().folderExists(path));
@@ -226,11 +227,11 @@ TYPED_TEST(FileSystemTest, PathsThatMightLeadOutNameNothing) {
 
 TYPED_TEST(FileSystemTest, NulInAPathNamesNothing) {
     using namespace std::string_literals;
-    this->write(kLog, "kept");
+    this->write(logPath, "kept");
     const std::string path = "C:\\Vorn Tandril\\log.txt\0.mdb"s;
     EXPECT_FALSE(this->files().fileExists(path));
     EXPECT_THROW(this->write(path, "x"), Fault);
-    EXPECT_EQ(this->files().read(kLog), "kept");
+    EXPECT_EQ(this->files().read(logPath), "kept");
 }
 
 TYPED_TEST(FileSystemTest, NamesAreUtf8) {
@@ -246,13 +247,13 @@ TYPED_TEST(FileSystemTest, TypeDescriptionComesFromTheExtension) {
     constexpr struct {
         const char* path;
         const char* description;
-    } kCases[] = {
+    } cases[] = {
         {"C:\\a\\Parts.mdb", "MDB File"}, {"C:\\a\\Parts.MdB", "MDB File"},
         {"C:\\a\\.mdb", "MDB File"},      {"C:\\a\\Parts.mdb.qqz", "QQZ File"},
         {"C:\\a\\Partsmdb", "File"},      {"C:\\a.mdb\\Parts", "File"},
         {"C:\\a\\Parts.", "File"},        {"C:\\a\\Parts.mdb ", "MDB  File"},
     };
-    for (const auto& [path, description] : kCases) {
+    for (const auto& [path, description] : cases) {
         EXPECT_EQ(this->files().typeDescription(path), description) << path;
     }
 }
@@ -268,38 +269,38 @@ TYPED_TEST(FileSystemTest, PlainTextComesBack) {
 TEST(MemoryFilesTest, RecordsItsCalls) {
     MemoryFiles files;
     files.put("C:\\Vorn Tandril\\log.txt", "old");
-    files.replace(kLog, "new", Durability::Durable);
-    files.append(kLog, "er");
-    files.read(kLog);
-    EXPECT_EQ(files.count(FileOperation::Replace, kLog), 1);
+    files.replace(logPath, "new", Durability::Durable);
+    files.append(logPath, "er");
+    files.read(logPath);
+    EXPECT_EQ(files.count(FileOperation::Replace, logPath), 1);
     EXPECT_EQ(files.count(FileOperation::Append), 1);
     EXPECT_EQ(files.count(FileOperation::Read, "C:\\Vorn Tandril\\other"), 0);
     ASSERT_EQ(files.calls().size(), 3u);
     EXPECT_EQ(files.calls()[0].durability, Durability::Durable);
-    EXPECT_EQ(files.content(kLog), "newer");
+    EXPECT_EQ(files.content(logPath), "newer");
     files.forgetCalls();
     EXPECT_THAT(files.calls(), IsEmpty());
 }
 
 TEST(MemoryFilesTest, WithoutItsDriveNothingIsThere) {
     MemoryFiles files;
-    files.put(kLog, "");
+    files.put(logPath, "");
     files.removeDrive();
     EXPECT_FALSE(files.driveExists("C:"));
-    EXPECT_FALSE(files.fileExists(kLog));
+    EXPECT_FALSE(files.fileExists(logPath));
     EXPECT_THROW(files.createFolder("C:\\Vorn Tandril"), Fault);
 }
 
 TEST(FaultyFilesTest, FailsTheChosenOperationOnly) {
     MemoryFiles target;
-    target.put(kLog, "");
+    target.put(logPath, "");
     FaultyFiles files(target);
     files.failOn(FileOperation::Append, 2);
-    files.append(kLog, "1");
-    files.replace(kLog, "one ", Durability::Relaxed);
-    EXPECT_THROW(files.append(kLog, "2"), Fault);
-    files.append(kLog, "3");
-    EXPECT_EQ(target.content(kLog), "one 3");
+    files.append(logPath, "1");
+    files.replace(logPath, "one ", Durability::Relaxed);
+    EXPECT_THROW(files.append(logPath, "2"), Fault);
+    files.append(logPath, "3");
+    EXPECT_EQ(target.content(logPath), "one 3");
 }
 
 }  // namespace

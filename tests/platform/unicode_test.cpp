@@ -8,7 +8,7 @@ namespace {
 
 using namespace std::string_literals;
 
-constexpr ByteOrder kOrders[] = {ByteOrder::LittleEndian, ByteOrder::BigEndian};
+constexpr ByteOrder byteOrders[] = {ByteOrder::LittleEndian, ByteOrder::BigEndian};
 
 TEST(UnicodeTest, IllFormedUtf8IsNoCharacter) {
     for (const char* bytes :
@@ -36,7 +36,7 @@ TEST(UnicodeTest, TheFirstAndLastCharactersOfEveryLengthGoToUtf16AndBack) {
          {"", "a", "\x7F", "\xC2\x80", "\xDF\xBF", "\xE0\xA0\x80", "\xED\x9F\xBF", "\xEE\x80\x80",
           "\xEF\xBF\xBF", "\xF0\x90\x80\x80", "\xF4\x8F\xBF\xBF"}) {
         EXPECT_TRUE(isUtf8(text)) << text;
-        for (const ByteOrder order : kOrders) {
+        for (const ByteOrder order : byteOrders) {
             const DecodedText back = utf8FromUtf16(utf16FromUtf8(text, order), order);
             EXPECT_TRUE(back.complete) << text;
             EXPECT_EQ(back.text, text);

@@ -14,8 +14,8 @@ namespace {
 
 using testing::UnorderedElementsAreArray;
 
-const std::vector<std::string> kStates{"O", "N", "M", "NU", "MU"};
-const std::vector<std::string> kStatuses{"15", "20", "35"};
+const std::vector<std::string> allStates{"O", "N", "M", "NU", "MU"};
+const std::vector<std::string> allStatuses{"15", "20", "35"};
 
 class OrderSample : public testing::Test {
   protected:
@@ -66,8 +66,8 @@ TEST_F(OrderSample, HoldsTwentyFiveOrders) {
 
 TEST_F(OrderSample, OrdersAndActivitiesStandInEveryCombinationOfStatusAndState) {
     std::set<std::pair<std::string, std::string>> wanted;
-    for (const auto& status : kStatuses) {
-        for (const auto& state : kStates) wanted.emplace(status, state);
+    for (const auto& status : allStatuses) {
+        for (const auto& state : allStates) wanted.emplace(status, state);
     }
     std::set<std::pair<std::string, std::string>> orderKinds;
     for (const pugi::xml_node record : orders()) {
@@ -85,7 +85,7 @@ TEST_F(OrderSample, CostLinesAndHourRegistrationsStandInEveryState) {
     for (const std::string& name : costSections()) {
         std::set<std::string> states;
         for (const pugi::xml_node line : groupedRecords(name)) states.insert(state(line));
-        EXPECT_THAT(states, UnorderedElementsAreArray(kStates)) << name;
+        EXPECT_THAT(states, UnorderedElementsAreArray(allStates)) << name;
     }
     const pugi::xml_node hours = section("ccsocservclabr").find_child([](pugi::xml_node group) {
         return !*group.attribute("ID").value();
@@ -94,7 +94,7 @@ TEST_F(OrderSample, CostLinesAndHourRegistrationsStandInEveryState) {
     EXPECT_STREQ(hours.attribute("Activity").value(), "");
     std::set<std::string> states;
     for (const pugi::xml_node line : elements(hours)) states.insert(state(line));
-    EXPECT_THAT(states, UnorderedElementsAreArray(kStates));
+    EXPECT_THAT(states, UnorderedElementsAreArray(allStates));
 }
 
 // A record that can be closed by the office needs its fields up to the 23rd.

@@ -12,7 +12,7 @@
 namespace tandril::test {
 namespace {
 
-constexpr uid_t kNobody = 65534;
+constexpr uid_t nobody = 65534;
 
 bool suffer(const Hardship& hardship) {
     if (hardship.fileSizeLimit >= 0) {
@@ -25,7 +25,7 @@ bool suffer(const Hardship& hardship) {
         const rlimit noCore{0, 0};
         ::setrlimit(RLIMIT_CORE, &noCore);
     }
-    return !hardship.ordinaryUser || ::geteuid() != 0 || ::setuid(kNobody) == 0;
+    return !hardship.ordinaryUser || ::geteuid() != 0 || ::setuid(nobody) == 0;
 }
 
 }  // namespace
@@ -38,7 +38,7 @@ pid_t startInChild(const Hardship& hardship, const std::function<int()>& action)
     try {
         ::_exit(suffer(hardship) ? action() : 98);
     } catch (const Fault&) {
-        ::_exit(kEndedByFault);
+        ::_exit(endedByFault);
     } catch (...) {
         ::_exit(97);
     }

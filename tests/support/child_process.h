@@ -18,7 +18,7 @@ struct ChildEnd {
     int exitStatus = -1;  // of `action`; 99 when a Fault ended it; -1 when a signal did
     int signal = 0;
 };
-inline constexpr int kEndedByFault = 99;
+inline constexpr int endedByFault = 99;
 
 // Starts `action` in a process of its own and returns at once; waitFor() waits for its end.
 pid_t startInChild(const Hardship& hardship, const std::function<int()>& action);

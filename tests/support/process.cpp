@@ -22,7 +22,7 @@ namespace {
 namespace fs = std::filesystem;
 
 // A machine under load is slow, but not wrong.
-constexpr auto kDeadline = std::chrono::seconds(60);
+constexpr auto deadline = std::chrono::seconds(60);
 
 void check(bool good, const std::string& what) {
     if (!good) {
@@ -159,7 +159,7 @@ void Process::closeOutput() {
 }
 
 std::string Process::readLine() {
-    const auto end = std::chrono::steady_clock::now() + kDeadline;
+    const auto end = std::chrono::steady_clock::now() + deadline;
     std::size_t length = 0;
     while ((length = buffer_.find('\n')) == std::string::npos) {
         const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
@@ -186,7 +186,7 @@ void Process::send(int signal) const {
 }
 
 ProcessEnd Process::wait() {
-    const auto end = std::chrono::steady_clock::now() + kDeadline;
+    const auto end = std::chrono::steady_clock::now() + deadline;
     int status = 0;
     while (::waitpid(id_, &status, WNOHANG) == 0) {
         check(std::chrono::steady_clock::now() < end, "the program does not end");

@@ -11,10 +11,10 @@
 namespace tandril::surface {
 namespace {
 
-const std::string kGetDetails =
+const std::string getDetailsSignature =
     "GetDetails(iObject: string, iOrno: string, iAcln: string, iLine: string, iXML: string, "
     "iError: 16-bit integer) -> string";
-const std::string kDeleteNode =
+const std::string deleteNodeSignature =
     "deleteNode(iorder: variant, iActivity: variant, iLine: variant, iCostType: variant) -> "
     "variant";
 
@@ -50,13 +50,13 @@ TEST_F(JsonCall, ArgumentsThatAreNoArray) {
 TEST_F(JsonCall, TooFewAndTooManyArguments) {
     EXPECT_EQ(refusal("ListOrders", "[\"\"]"), "wrong number of arguments: ListOrders() -> string");
     EXPECT_EQ(refusal("getdetails", R"(["1","A1","","",""])"),
-              "wrong number of arguments: " + kGetDetails);
+              "wrong number of arguments: " + getDetailsSignature);
 }
 
 TEST_F(JsonCall, StringTakesAStringOnly) {
     for (const char* value : {"1", "null", "true", "[]", "{}"}) {
         EXPECT_EQ(refusal("GetDetails", R"(["1",)" + std::string(value) + R"(,"","","",0])"),
-                  "wrong kind of argument iOrno: " + kGetDetails);
+                  "wrong kind of argument iOrno: " + getDetailsSignature);
     }
 }
 
@@ -64,7 +64,7 @@ TEST_F(JsonCall, IntegerTakesAWholeNumberInItsRangeOnly) {
     for (const char* value : {"\"0\"", "null", "true", "0.0", "1e0", "32768", "-32769",
                               "18446744073709551615", "-9223372036854775808", "[]"}) {
         EXPECT_EQ(refusal("GetDetails", R"(["1","","","","",)" + std::string(value) + "]"),
-                  "wrong kind of argument iError: " + kGetDetails)
+                  "wrong kind of argument iError: " + getDetailsSignature)
             << value;
     }
 }
@@ -87,7 +87,7 @@ TEST_F(JsonCall, VariantTakesAnyPlainValue) {
 TEST_F(JsonCall, VariantTakesNoArrayOrObject) {
     for (const char* value : {"[]", "{}"}) {
         EXPECT_EQ(refusal("deleteNode", "[\"\",\"\"," + std::string(value) + ",\"\"]"),
-                  "wrong kind of argument iLine: " + kDeleteNode);
+                  "wrong kind of argument iLine: " + deleteNodeSignature);
     }
 }
 

@@ -8,7 +8,7 @@
 namespace tandril::surface {
 namespace {
 
-const std::string kHyperLinkAndZoom =
+const std::string hyperLinkAndZoom =
     "HyperLinkAndZoom(iMode: 16-bit integer, iXmlTag: string, iValue: string, iFormName: string) "
     "-> string";
 
@@ -37,7 +37,7 @@ TEST(TextCall, TooFewAndTooManyArguments) {
          {std::vector<std::string>{}, {"1", "2", "3", "4", "5"}}) {
         const Refusal result = refusal("hyperlinkandzoom", arguments);
         EXPECT_EQ(result.outcome, Outcome::BadArguments);
-        EXPECT_EQ(result.text, "wrong number of arguments: " + kHyperLinkAndZoom);
+        EXPECT_EQ(result.text, "wrong number of arguments: " + hyperLinkAndZoom);
     }
 }
 
@@ -45,7 +45,7 @@ TEST(TextCall, IntegerIsReadStrictly) {
     for (const char* number :
          {"", " 1", "1 ", "+1", "1.0", "1e1", "0x1", "one", "32768", "-32769", "--1", "-"}) {
         EXPECT_EQ(refusal("HyperLinkAndZoom", {number, "", "", ""}).text,
-                  "wrong kind of argument iMode: " + kHyperLinkAndZoom)
+                  "wrong kind of argument iMode: " + hyperLinkAndZoom)
             << number;
     }
     for (const char* number : {"0", "-1", "007", "32767", "-32768"}) {
@@ -56,7 +56,7 @@ TEST(TextCall, IntegerIsReadStrictly) {
 
 TEST(TextCall, StringAndVariantMustBeUtf8) {
     EXPECT_EQ(refusal("HyperLinkAndZoom", {"1", "", "\xC3", ""}).text,
-              "wrong kind of argument iValue: " + kHyperLinkAndZoom);
+              "wrong kind of argument iValue: " + hyperLinkAndZoom);
     EXPECT_EQ(refusal("deleteNode", {"", "", "", "\xFF"}).outcome, Outcome::BadArguments);
     EXPECT_EQ(refusal("deleteNode", {"\xC3\xA4", "-", "--home", ""}).outcome, Outcome::Result);
 }

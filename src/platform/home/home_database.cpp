@@ -7,12 +7,12 @@
 namespace tandril::platform {
 namespace {
 
-constexpr std::string_view kDataSources = "SOFTWARE\\ODBC\\odbc.ini\\";
+constexpr std::string_view dataSources = "SOFTWARE\\ODBC\\odbc.ini\\";
 
 }  // namespace
 
 std::unique_ptr<Connection> HomeDatabase::open(std::string_view dsn) {
-    const std::string key = std::string(kDataSources) + std::string(dsn);
+    const std::string key = std::string(dataSources) + std::string(dsn);
     const auto connectionString =
         registry_.read(RegistryRoot::LocalMachine, key, "ConnectionString");
     if (connectionString && !connectionString->empty()) {

@@ -41,7 +41,7 @@ struct RegDocument {
     std::vector<RegSection> sections;  // the first one is what stands before the first key
 };
 
-inline constexpr std::string_view kRegHeader = "Windows Registry Editor Version 5.00";
+inline constexpr std::string_view regHeader = "Windows Registry Editor Version 5.00";
 
 // Reads a file. Throws Fault with the number of the line and the reason when it is malformed.
 RegDocument parseRegDocument(std::string_view bytes);

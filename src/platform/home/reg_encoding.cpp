@@ -5,8 +5,8 @@
 namespace tandril::platform {
 namespace {
 
-constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-constexpr std::string_view kUtf16Mark = "\xFF\xFE";
+constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
+constexpr std::string_view utf16Mark = "\xFF\xFE";
 
 DecodedText wellFormedPart(std::string_view bytes) {
     std::size_t end = 0;
@@ -21,24 +21,24 @@ DecodedText wellFormedPart(std::string_view bytes) {
 }  // namespace
 
 RegEncoding detectEncoding(std::string_view bytes) {
-    if (bytes.starts_with(kUtf16Mark)) return RegEncoding::Utf16Le;
-    return bytes.starts_with(kUtf8Mark) ? RegEncoding::Utf8WithMark : RegEncoding::Utf8;
+    if (bytes.starts_with(utf16Mark)) return RegEncoding::Utf16Le;
+    return bytes.starts_with(utf8Mark) ? RegEncoding::Utf8WithMark : RegEncoding::Utf8;
 }
 
 DecodedText decodeText(std::string_view bytes, RegEncoding encoding) {
     if (encoding == RegEncoding::Utf16Le) {
-        return utf8FromUtf16(bytes.substr(kUtf16Mark.size()), ByteOrder::LittleEndian);
+        return utf8FromUtf16(bytes.substr(utf16Mark.size()), ByteOrder::LittleEndian);
     }
-    if (encoding == RegEncoding::Utf8WithMark) bytes.remove_prefix(kUtf8Mark.size());
+    if (encoding == RegEncoding::Utf8WithMark) bytes.remove_prefix(utf8Mark.size());
     return wellFormedPart(bytes);
 }
 
 std::string encodeText(std::string_view text, RegEncoding encoding) {
     if (encoding == RegEncoding::Utf16Le) {
-        return std::string(kUtf16Mark) + utf16FromUtf8(text, ByteOrder::LittleEndian);
+        return std::string(utf16Mark) + utf16FromUtf8(text, ByteOrder::LittleEndian);
     }
     const bool mark = encoding == RegEncoding::Utf8WithMark;
-    return std::string(mark ? kUtf8Mark : "").append(text);
+    return std::string(mark ? utf8Mark : "").append(text);
 }
 
 }  // namespace tandril::platform

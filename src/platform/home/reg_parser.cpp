@@ -11,8 +11,8 @@
 namespace tandril::platform {
 namespace {
 
-constexpr std::string_view kBlanks = " \t";
-constexpr std::string_view kBlanksAndLineEnd = " \t\r\n";
+constexpr std::string_view blanks = " \t";
+constexpr std::string_view blanksAndLineEnd = " \t\r\n";
 
 bool isHexDigit(char c) {
     return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
@@ -23,7 +23,7 @@ std::optional<std::string> hexBytes(std::string_view list) {
     std::string bytes;
     std::string digits;
     for (const char c : list) {
-        if (kBlanksAndLineEnd.find(c) != std::string_view::npos || c == '\\') continue;
+        if (blanksAndLineEnd.find(c) != std::string_view::npos || c == '\\') continue;
         if (c == ',') {
             if (digits.size() != 2) return std::nullopt;
             digits.clear();
@@ -65,7 +65,7 @@ class Parser {
     }
 
     std::size_t skipBlanks(std::size_t from) const {
-        return std::min(text_.find_first_not_of(kBlanks, from), text_.size());
+        return std::min(text_.find_first_not_of(blanks, from), text_.size());
     }
 
     char at(std::size_t index) const { return index < text_.size() ? text_[index] : '\0'; }
@@ -79,10 +79,10 @@ class Parser {
 
     void parseHeader(std::string& lineEnd) {
         const std::string_view line = restOfLine(0);
-        const std::string_view tail = line.substr(std::min(kRegHeader.size(), line.size()));
-        if (!line.starts_with(kRegHeader) ||
-            tail.find_first_not_of(kBlanksAndLineEnd) != std::string_view::npos) {
-            fail("the file does not begin with \"" + std::string(kRegHeader) + "\"");
+        const std::string_view tail = line.substr(std::min(regHeader.size(), line.size()));
+        if (!line.starts_with(regHeader) ||
+            tail.find_first_not_of(blanksAndLineEnd) != std::string_view::npos) {
+            fail("the file does not begin with \"" + std::string(regHeader) + "\"");
         }
         if (tail.ends_with('\n') && !tail.ends_with("\r\n")) lineEnd = "\n";
         sections_.emplace_back();
@@ -158,7 +158,7 @@ class Parser {
     }
 
     void requireEnd(const RegLine& line) const {
-        const std::size_t first = line.tail.find_first_not_of(kBlanksAndLineEnd);
+        const std::size_t first = line.tail.find_first_not_of(blanksAndLineEnd);
         if (first != std::string::npos && line.tail[first] != ';') {
             fail("unexpected text behind the value's data");
         }
@@ -186,7 +186,7 @@ class Parser {
         std::size_t end = position_;
         for (;;) {
             const std::string_view rest = restOfLine(end);
-            const std::size_t last = rest.find_last_not_of(kBlanksAndLineEnd);
+            const std::size_t last = rest.find_last_not_of(blanksAndLineEnd);
             const bool more = last != std::string_view::npos && rest[last] == '\\';
             if (!more) {
                 end += last == std::string_view::npos ? 0 : last + 1;
@@ -213,7 +213,7 @@ class Parser {
 
     void parseOther(RegLine& line) {
         const std::string_view rest = restOfLine(position_);
-        const std::size_t last = rest.find_last_not_of(kBlanksAndLineEnd);
+        const std::size_t last = rest.find_last_not_of(blanksAndLineEnd);
         if (last == std::string_view::npos) fail("the value's data is missing");
         // A lone minus asks to delete a value, and is none itself.
         const RegType type = rest.substr(0, last + 1) == "-" ? RegType::None : RegType::Other;

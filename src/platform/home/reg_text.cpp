@@ -52,7 +52,7 @@ void change(RegLine& line, RegType type, std::string value, std::string data) {
 
 RegText::RegText() {
     RegSection preamble;
-    preamble.lines.push_back(plainLine(std::string(kRegHeader) + document_.lineEnd));
+    preamble.lines.push_back(plainLine(std::string(regHeader) + document_.lineEnd));
     document_.sections.push_back(std::move(preamble));
 }
 

@@ -32,7 +32,7 @@ std::string formatRegNumber(std::uint32_t number) {
 
 std::string formatRegHexText(std::string_view prefix, std::string_view text, std::size_t column,
                              std::string_view lineEnd) {
-    constexpr std::size_t kLastColumn = 76;
+    constexpr std::size_t lastColumn = 76;
     std::string bytes = utf16FromUtf8(text, ByteOrder::LittleEndian);
     bytes.append(2, '\0');
 
@@ -45,7 +45,7 @@ std::string formatRegHexText(std::string_view prefix, std::string_view text, std
         if (i + 1 == bytes.size()) break;
         out += ',';
         column += 3;
-        if (column > kLastColumn) {
+        if (column > lastColumn) {
             out.append("\\").append(lineEnd).append("  ");
             column = 2;
         }

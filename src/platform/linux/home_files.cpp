@@ -61,8 +61,8 @@ bool HomeFiles::fileExists(std::string_view path) const {
 }
 
 void HomeFiles::createFolder(std::string_view path) {
-    constexpr std::string_view kWhat = "create the folder";
-    if (::mkdir(requirePath(kWhat, path).c_str(), 0777) != 0) throwSystemFault(kWhat, path, errno);
+    constexpr std::string_view task = "create the folder";
+    if (::mkdir(requirePath(task, path).c_str(), 0777) != 0) throwSystemFault(task, path, errno);
 }
 
 std::string HomeFiles::read(std::string_view path) const {
@@ -86,12 +86,12 @@ void HomeFiles::append(std::string_view path, const Content& content) {
 }
 
 void HomeFiles::rename(std::string_view from, std::string_view to) {
-    constexpr std::string_view kWhat = "rename";
-    const std::string source = requirePath(kWhat, from);
-    const std::string target = requirePath(kWhat, to);
-    if (folderOf(source) != folderOf(target)) throwSystemFault(kWhat, from, EXDEV);
-    if (find(source) == Found::Folder) throwSystemFault(kWhat, from, EISDIR);
-    if (std::rename(source.c_str(), target.c_str()) != 0) throwSystemFault(kWhat, from, errno);
+    constexpr std::string_view task = "rename";
+    const std::string source = requirePath(task, from);
+    const std::string target = requirePath(task, to);
+    if (folderOf(source) != folderOf(target)) throwSystemFault(task, from, EXDEV);
+    if (find(source) == Found::Folder) throwSystemFault(task, from, EISDIR);
+    if (std::rename(source.c_str(), target.c_str()) != 0) throwSystemFault(task, from, errno);
 }
 
 std::vector<std::string> HomeFiles::fileNames(std::string_view folder) const {

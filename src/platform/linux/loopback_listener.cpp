@@ -13,7 +13,7 @@ namespace {
 
 // As many as come at once: where fewer fit, the next one of a browser would try again after a
 // second.
-constexpr int kWaitingConnections = 512;
+constexpr int waitingConnections = 512;
 
 }  // namespace
 
@@ -46,7 +46,7 @@ bool LoopbackListener::listen(int port) {
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     socklen_t size = sizeof address;
     auto* any = reinterpret_cast<sockaddr*>(&address);
-    if (::bind(socket, any, size) != 0 || ::listen(socket, kWaitingConnections) != 0 ||
+    if (::bind(socket, any, size) != 0 || ::listen(socket, waitingConnections) != 0 ||
         ::getsockname(socket, any, &size) != 0) {
         return false;
     }

@@ -73,10 +73,10 @@ void TemporaryFile::renameTo(const std::string& name) {
 }
 
 Descriptor TemporaryFile::create(std::string_view target, mode_t mode) {
-    for (int number = 1; number <= kTemporaryNames; ++number) {
+    for (int number = 1; number <= temporaryNames; ++number) {
         removeAbandoned(folder_, temporaryName(target, number));
     }
-    for (int number = 1; number <= kTemporaryNames; ++number) {
+    for (int number = 1; number <= temporaryNames; ++number) {
         Descriptor file = claim(temporaryName(target, number), mode);
         if (file.valid()) return file;
     }

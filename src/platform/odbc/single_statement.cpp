@@ -7,7 +7,7 @@
 namespace tandril::platform::odbc {
 namespace {
 
-constexpr std::size_t kShownLength = 200;
+constexpr std::size_t shownLength = 200;
 
 [[noreturn]] void refuse(const char* reason, std::string_view sql) {
     throw Fault(std::string("invalid statement, ") + reason + ": " + std::string(shown(sql)));
@@ -17,8 +17,8 @@ constexpr std::size_t kShownLength = 200;
 
 std::string_view shown(std::string_view sql) {
     std::size_t length = sql.size();
-    if (length > kShownLength) {
-        length = kShownLength;
+    if (length > shownLength) {
+        length = shownLength;
         // Never within a character.
         while ((static_cast<unsigned char>(sql[length]) & 0xC0U) == 0x80U) {
             --length;

@@ -18,8 +18,8 @@ std::string textIn(const std::vector<SQLWCHAR>& buffer) {
     return toUtf8({buffer.begin(), std::find(buffer.begin(), buffer.end(), L'\0')});
 }
 
-constexpr std::size_t kFirstPiece = 1024;
-constexpr std::size_t kLargestPiece = 1U << 20U;
+constexpr std::size_t firstPiece = 1024;
+constexpr std::size_t largestPiece = 1U << 20U;
 
 }  // namespace
 
@@ -36,7 +36,7 @@ SQLRETURN executeDirect(SQLHSTMT statement, std::string_view sql) {
 }
 
 SQLRETURN columnName(SQLHSTMT statement, SQLUSMALLINT column, std::string& name) {
-    std::vector<SQLWCHAR> buffer(kFirstPiece);
+    std::vector<SQLWCHAR> buffer(firstPiece);
     SQLSMALLINT length = 0;
     const SQLRETURN result =
         SQLDescribeColW(statement, column, buffer.data(), static_cast<SQLSMALLINT>(buffer.size()),
@@ -48,7 +48,7 @@ SQLRETURN columnName(SQLHSTMT statement, SQLUSMALLINT column, std::string& name)
 SQLRETURN columnText(SQLHSTMT statement, SQLUSMALLINT column, std::string& text) {
     text.clear();
     std::wstring wide;
-    std::size_t piece = kFirstPiece;
+    std::size_t piece = firstPiece;
     while (true) {
         const std::size_t before = wide.size();
         wide.resize(before + piece);
@@ -68,7 +68,7 @@ SQLRETURN columnText(SQLHSTMT statement, SQLUSMALLINT column, std::string& text)
             text = toUtf8(wide);
             return SQL_SUCCESS;
         }
-        piece = std::min(piece * 2, kLargestPiece);
+        piece = std::min(piece * 2, largestPiece);
     }
 }
 

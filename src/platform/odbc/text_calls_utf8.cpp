@@ -16,8 +16,8 @@ SQLCHAR* output(char* buffer) {
     return reinterpret_cast<SQLCHAR*>(buffer);
 }
 
-constexpr std::size_t kFirstPiece = 1024;
-constexpr std::size_t kLargestPiece = 1U << 20U;
+constexpr std::size_t firstPiece = 1024;
+constexpr std::size_t largestPiece = 1U << 20U;
 
 }  // namespace
 
@@ -32,7 +32,7 @@ SQLRETURN executeDirect(SQLHSTMT statement, std::string_view sql) {
 }
 
 SQLRETURN columnName(SQLHSTMT statement, SQLUSMALLINT column, std::string& name) {
-    std::array<char, kFirstPiece> buffer{};
+    std::array<char, firstPiece> buffer{};
     SQLSMALLINT length = 0;
     const SQLRETURN result = SQLDescribeCol(statement, column, output(buffer.data()),
                                             static_cast<SQLSMALLINT>(buffer.size()), &length,
@@ -43,7 +43,7 @@ SQLRETURN columnName(SQLHSTMT statement, SQLUSMALLINT column, std::string& name)
 
 SQLRETURN columnText(SQLHSTMT statement, SQLUSMALLINT column, std::string& text) {
     text.clear();
-    std::size_t piece = kFirstPiece;
+    std::size_t piece = firstPiece;
     while (true) {
         const std::size_t before = text.size();
         text.resize(before + piece);
@@ -64,7 +64,7 @@ SQLRETURN columnText(SQLHSTMT statement, SQLUSMALLINT column, std::string& text)
         if (isLast) {
             return SQL_SUCCESS;
         }
-        piece = std::min(piece * 2, kLargestPiece);
+        piece = std::min(piece * 2, largestPiece);
     }
 }
 

@@ -14,10 +14,10 @@ namespace {
 
 using Clock = ConnectionSocket::Clock;
 
-constexpr std::size_t kLargestPiece = std::size_t{1} << 20U;
+constexpr std::size_t largestPiece = std::size_t{1} << 20U;
 
 int pieceOf(std::size_t size) {
-    return static_cast<int>(std::min(size, kLargestPiece));
+    return static_cast<int>(std::min(size, largestPiece));
 }
 
 // Rounded up: a wait that ends a moment too early would be one more turn of a loop for nothing.

@@ -99,9 +99,9 @@ bool DriveFiles::fileExists(std::string_view path) const {
 }
 
 void DriveFiles::createFolder(std::string_view path) {
-    constexpr std::string_view kWhat = "create the folder";
-    if (!::CreateDirectoryW(requirePath(kWhat, path).c_str(), nullptr)) {
-        throwSystemFault(kWhat, path, ::GetLastError());
+    constexpr std::string_view task = "create the folder";
+    if (!::CreateDirectoryW(requirePath(task, path).c_str(), nullptr)) {
+        throwSystemFault(task, path, ::GetLastError());
     }
 }
 
@@ -126,14 +126,14 @@ void DriveFiles::append(std::string_view path, const Content& content) {
 }
 
 void DriveFiles::rename(std::string_view from, std::string_view to) {
-    constexpr std::string_view kWhat = "rename";
-    const std::wstring source = requirePath(kWhat, from);
-    const std::wstring target = requirePath(kWhat, to);
-    if (folderOf(source) != folderOf(target)) throwSystemFault(kWhat, from, ERROR_NOT_SAME_DEVICE);
+    constexpr std::string_view task = "rename";
+    const std::wstring source = requirePath(task, from);
+    const std::wstring target = requirePath(task, to);
+    if (folderOf(source) != folderOf(target)) throwSystemFault(task, from, ERROR_NOT_SAME_DEVICE);
     if (find(source) == Found::Folder || find(target) == Found::Folder) {
-        throwSystemFault(kWhat, from, ERROR_ACCESS_DENIED);
+        throwSystemFault(task, from, ERROR_ACCESS_DENIED);
     }
-    renameFile(source, target, kWhat, from);
+    renameFile(source, target, task, from);
 }
 
 std::vector<std::string> DriveFiles::fileNames(std::string_view folder) const {
@@ -176,11 +176,11 @@ std::string DriveFiles::encodeAnsi(std::string text) const {
     if (text.empty() || ::GetACP() == CP_UTF8) return text;
     const std::wstring wide = toWide(text);
     const auto size = static_cast<int>(wide.size());
-    constexpr DWORD kNoLookAlikes = WC_NO_BEST_FIT_CHARS;
+    constexpr DWORD noLookAlikes = WC_NO_BEST_FIT_CHARS;
     const int length =
-        ::WideCharToMultiByte(CP_ACP, kNoLookAlikes, wide.data(), size, nullptr, 0, "?", nullptr);
+        ::WideCharToMultiByte(CP_ACP, noLookAlikes, wide.data(), size, nullptr, 0, "?", nullptr);
     std::string bytes(static_cast<std::size_t>(length), '\0');
-    ::WideCharToMultiByte(CP_ACP, kNoLookAlikes, wide.data(), size, bytes.data(), length, "?",
+    ::WideCharToMultiByte(CP_ACP, noLookAlikes, wide.data(), size, bytes.data(), length, "?",
                           nullptr);
     return bytes;
 }

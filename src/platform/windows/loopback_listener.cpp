@@ -9,8 +9,8 @@
 namespace tandril::platform {
 namespace {
 
-constexpr SocketHandle kNone = -1;
-static_assert(static_cast<SOCKET>(kNone) == INVALID_SOCKET);
+constexpr SocketHandle noSocket = -1;
+static_assert(static_cast<SOCKET>(noSocket) == INVALID_SOCKET);
 
 // Sockets are there once a process has asked for them; they go with it.
 class SocketLibrary {
@@ -27,19 +27,19 @@ std::optional<LoopbackListener> LoopbackListener::open(int port) {
     static const SocketLibrary library;
     LoopbackListener listener(static_cast<SocketHandle>(::WSASocketW(
         AF_INET, SOCK_STREAM, 0, nullptr, 0, WSA_FLAG_OVERLAPPED | WSA_FLAG_NO_HANDLE_INHERIT)));
-    if (listener.socket_ == kNone || !listener.listen(port)) return std::nullopt;
+    if (listener.socket_ == noSocket || !listener.listen(port)) return std::nullopt;
     return listener;
 }
 
 LoopbackListener::~LoopbackListener() {
-    if (socket_ != kNone) ::closesocket(static_cast<SOCKET>(socket_));
+    if (socket_ != noSocket) ::closesocket(static_cast<SOCKET>(socket_));
 }
 
 LoopbackListener::LoopbackListener(LoopbackListener&& other) noexcept
     : socket_(other.release()), port_(other.port_) {}
 
 SocketHandle LoopbackListener::release() {
-    return std::exchange(socket_, kNone);
+    return std::exchange(socket_, noSocket);
 }
 
 bool LoopbackListener::listen(int port) {

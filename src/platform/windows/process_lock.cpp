@@ -12,7 +12,7 @@
 namespace tandril::platform {
 namespace {
 
-constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 [[noreturn]] void fail(const std::string& what, DWORD error) {
     throw Fault(what + ": " + systemErrorText(error));
@@ -26,7 +26,7 @@ HANDLE openAlone(const std::string& path) {
 }
 
 std::string firstLine(const std::string& path) {
-    const Handle file(::CreateFileW(toWide(path).c_str(), GENERIC_READ, kShareAll, nullptr,
+    const Handle file(::CreateFileW(toWide(path).c_str(), GENERIC_READ, shareAll, nullptr,
                                     OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     std::array<char, 32> text{};
     DWORD count = 0;

@@ -12,10 +12,10 @@ namespace {
 
 // Without the mark of a path that is taken to the letter, which not every function knows.
 std::wstring withoutMark(std::wstring_view path) {
-    constexpr std::wstring_view kShare = L"\\\\?\\UNC\\";
-    constexpr std::wstring_view kMark = L"\\\\?\\";
-    if (path.starts_with(kShare)) return L"\\\\" + std::wstring(path.substr(kShare.size()));
-    if (path.starts_with(kMark)) path.remove_prefix(kMark.size());
+    constexpr std::wstring_view share = L"\\\\?\\UNC\\";
+    constexpr std::wstring_view literalMark = L"\\\\?\\";
+    if (path.starts_with(share)) return L"\\\\" + std::wstring(path.substr(share.size()));
+    if (path.starts_with(literalMark)) path.remove_prefix(literalMark.size());
     return std::wstring(path);
 }
 

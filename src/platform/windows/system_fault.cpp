@@ -18,7 +18,7 @@ struct CommonCause {
     int generic;
 };
 
-constexpr CommonCause kCommonCauses[] = {
+constexpr CommonCause commonCauses[] = {
     {ERROR_FILE_NOT_FOUND, ENOENT}, {ERROR_PATH_NOT_FOUND, ENOENT},
     {ERROR_ACCESS_DENIED, EACCES},  {ERROR_ALREADY_EXISTS, EEXIST},
     {ERROR_FILE_EXISTS, EEXIST},    {ERROR_DISK_FULL, ENOSPC},
@@ -44,10 +44,10 @@ std::string textOfWindows(DWORD error) {
 }  // namespace
 
 std::string systemErrorText(DWORD error) {
-    const auto* cause = std::find_if(std::begin(kCommonCauses), std::end(kCommonCauses),
+    const auto* cause = std::find_if(std::begin(commonCauses), std::end(commonCauses),
                                      [=](const CommonCause& row) { return row.error == error; });
-    return cause != std::end(kCommonCauses) ? std::generic_category().message(cause->generic)
-                                            : textOfWindows(error);
+    return cause != std::end(commonCauses) ? std::generic_category().message(cause->generic)
+                                           : textOfWindows(error);
 }
 
 void throwSystemFault(std::string_view what, std::string_view shown, DWORD error) {

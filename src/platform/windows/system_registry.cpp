@@ -13,8 +13,8 @@ namespace tandril::platform {
 namespace {
 
 // The longest names that the registry has, with the zero behind them.
-constexpr std::size_t kLongestKeyName = 256;
-constexpr std::size_t kLongestValueName = 16384;
+constexpr std::size_t longestKeyName = 256;
+constexpr std::size_t longestValueName = 16384;
 
 bool isMissing(LSTATUS status) {
     return status == ERROR_FILE_NOT_FOUND || status == ERROR_PATH_NOT_FOUND;
@@ -44,7 +44,7 @@ bool isText(DWORD type) {
 // Names as they are stored; Windows itself finds a value in any case.
 std::vector<std::wstring> namesOfValues(const RegistryKey& key) {
     std::vector<std::wstring> names;
-    std::vector<wchar_t> name(kLongestValueName);
+    std::vector<wchar_t> name(longestValueName);
     for (DWORD index = 0;; ++index) {
         auto length = static_cast<DWORD>(name.size());
         if (::RegEnumValueW(key.get(), index, name.data(), &length, nullptr, nullptr, nullptr,
@@ -102,7 +102,7 @@ std::vector<std::string> SystemRegistry::subKeys(RegistryRoot root, std::string_
     const RegistryKey key = openKey(handleOf(root), path, KEY_ENUMERATE_SUB_KEYS);
     if (!key.isOpen()) return names;
     for (DWORD index = 0;; ++index) {
-        std::array<wchar_t, kLongestKeyName> name{};
+        std::array<wchar_t, longestKeyName> name{};
         auto length = static_cast<DWORD>(name.size());
         if (::RegEnumKeyExW(key.get(), index, name.data(), &length, nullptr, nullptr, nullptr,
                             nullptr) != ERROR_SUCCESS) {

@@ -27,13 +27,13 @@ struct Attempt {
     [[noreturn]] void failWithLastError() const { fail(::GetLastError()); }
 };
 
-constexpr DWORD kLargestPiece = 1U << 20U;
+constexpr DWORD largestPiece = 1U << 20U;
 
 // Returns 0, or the error that ended the writing.
 DWORD writeAll(HANDLE file, std::string_view bytes) {
     while (!bytes.empty()) {
         const auto piece =
-            static_cast<DWORD>(std::min<std::size_t>(bytes.size(), std::size_t{kLargestPiece}));
+            static_cast<DWORD>(std::min<std::size_t>(bytes.size(), std::size_t{largestPiece}));
         DWORD written = 0;
         if (!::WriteFile(file, bytes.data(), piece, &written, nullptr)) return ::GetLastError();
         bytes.remove_prefix(written);
@@ -45,17 +45,17 @@ DWORD writeAll(HANDLE file, std::string_view bytes) {
 // file for an instant, and nobody can move it meanwhile.
 template <class Move>
 bool retryMove(const Move& move) {
-    constexpr int kTries = 10;
-    constexpr DWORD kPause = 20;  // milliseconds
+    constexpr int tries = 10;
+    constexpr DWORD pause = 20;  // milliseconds
     for (int attempt = 1;; ++attempt) {
         if (move()) return true;
         const DWORD error = ::GetLastError();
         const bool mayPass = error == ERROR_SHARING_VIOLATION || error == ERROR_ACCESS_DENIED;
-        if (!mayPass || attempt == kTries) {
+        if (!mayPass || attempt == tries) {
             ::SetLastError(error);
             return false;
         }
-        ::Sleep(kPause);
+        ::Sleep(pause);
     }
 }
 
@@ -112,10 +112,10 @@ class TemporaryFile {
         const std::size_t nameAt = target.rfind(L'\\') + 1;
         const std::wstring folder = target.substr(0, nameAt);
         const std::string name = toUtf8(target.substr(nameAt));
-        for (int number = 1; number <= kTemporaryNames; ++number) {
+        for (int number = 1; number <= temporaryNames; ++number) {
             ::DeleteFileW((folder + toWide(temporaryName(name, number))).c_str());
         }
-        for (int number = 1; number <= kTemporaryNames; ++number) {
+        for (int number = 1; number <= temporaryNames; ++number) {
             Handle file = open(folder + toWide(temporaryName(name, number)));
             if (file.valid()) return file;
         }
@@ -144,8 +144,8 @@ class TemporaryFile {
 void requireReplaceable(const std::wstring& path, const Attempt& attempt) {
     const DWORD attributes = ::GetFileAttributesW(path.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES) return;
-    constexpr DWORD kProtected = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY;
-    if ((attributes & kProtected) != 0) attempt.fail(ERROR_ACCESS_DENIED);
+    constexpr DWORD protectedNames = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY;
+    if ((attributes & protectedNames) != 0) attempt.fail(ERROR_ACCESS_DENIED);
 }
 
 // A replacement in the making: written beside the file, then put in its place.
@@ -177,9 +177,9 @@ std::string readFile(const std::wstring& path, std::string_view shown) {
     std::string content;
     for (;;) {
         const std::size_t before = content.size();
-        content.resize(before + kLargestPiece);
+        content.resize(before + largestPiece);
         DWORD count = 0;
-        if (!::ReadFile(file.get(), content.data() + before, kLargestPiece, &count, nullptr)) {
+        if (!::ReadFile(file.get(), content.data() + before, largestPiece, &count, nullptr)) {
             attempt.failWithLastError();
         }
         content.resize(before + count);
@@ -222,8 +222,8 @@ void appendFile(const std::wstring& path, std::string_view shown, const Content&
 
 void renameFile(const std::wstring& from, const std::wstring& to, std::string_view what,
                 std::string_view shown) {
-    constexpr DWORD kHow = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
-    if (!retryMove([&] { return ::MoveFileExW(from.c_str(), to.c_str(), kHow) != 0; })) {
+    constexpr DWORD how = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
+    if (!retryMove([&] { return ::MoveFileExW(from.c_str(), to.c_str(), how) != 0; })) {
         throwSystemFault(what, shown, ::GetLastError());
     }
 }

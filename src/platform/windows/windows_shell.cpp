@@ -11,7 +11,7 @@ namespace tandril::platform {
 namespace {
 
 // Not in every version of winerror.h.
-constexpr DWORD kElevationRequired = 740;
+constexpr DWORD elevationRequired = 740;
 
 // Returns 0, or the error.
 DWORD createProcess(const std::wstring& program, const std::wstring& folder) {
@@ -48,7 +48,7 @@ bool WindowsShell::start(std::string_view folder, std::string_view name) {
     const auto program = files_.plainPath(path);
     if (!plainFolder || !program || !files_.fileExists(path)) return false;
     const DWORD error = createProcess(*program, *plainFolder);
-    return error == 0 || (error == kElevationRequired && startElevated(*program, *plainFolder));
+    return error == 0 || (error == elevationRequired && startElevated(*program, *plainFolder));
 }
 
 void WindowsShell::showCritical(std::string_view title, std::string_view prompt) {

@@ -3,12 +3,13 @@
 namespace tandril::platform {
 
 DWORD_PTR WinHttpEvents::watch(HINTERNET request, const std::shared_ptr<WinHttpEvents>& events) {
-    constexpr DWORD kAll = WINHTTP_CALLBACK_FLAG_ALL_COMPLETIONS | WINHTTP_CALLBACK_FLAG_HANDLES;
+    constexpr DWORD watched = WINHTTP_CALLBACK_FLAG_ALL_COMPLETIONS | WINHTTP_CALLBACK_FLAG_HANDLES;
     // WinHTTP's own share, which goes with the last thing that it tells.
     auto share = std::make_unique<Share>(events);
     auto context = reinterpret_cast<DWORD_PTR>(share.get());
     if (!::WinHttpSetOption(request, WINHTTP_OPTION_CONTEXT_VALUE, &context, sizeof context) ||
-        ::WinHttpSetStatusCallback(request, onStatus, kAll, 0) == WINHTTP_INVALID_STATUS_CALLBACK) {
+        ::WinHttpSetStatusCallback(request, onStatus, watched, 0) ==
+            WINHTTP_INVALID_STATUS_CALLBACK) {
         return 0;
     }
     static_cast<void>(share.release());

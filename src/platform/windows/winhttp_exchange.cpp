@@ -14,7 +14,7 @@
 namespace tandril::platform {
 namespace {
 
-constexpr DWORD kPiece = 64 * 1024;
+constexpr DWORD pieceSize = 64 * 1024;
 
 struct CloseInternet {
     void operator()(HINTERNET handle) const { ::WinHttpCloseHandle(handle); }
@@ -83,7 +83,7 @@ class WinHttpRequest {
              WINHTTP_CALLBACK_STATUS_SENDREQUEST_COMPLETE);
         if (error_ == ERROR_WINHTTP_TIMEOUT) error_ = ERROR_WINHTTP_CANNOT_CONNECT;
         for (DWORD sent = 0; isGood_ && sent < size;) {
-            const DWORD piece = std::min(size - sent, kPiece);
+            const DWORD piece = std::min(size - sent, pieceSize);
             step(::WinHttpWriteData(request_, events_->outgoing.data() + sent, piece, nullptr),
                  WINHTTP_CALLBACK_STATUS_WRITE_COMPLETE);
             sent += piece;

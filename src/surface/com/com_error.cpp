@@ -16,7 +16,7 @@ HRESULT reportFault(const char* text) noexcept {
     if (FAILED(::CreateErrorInfo(&creation)) || FAILED(creation.As(&information))) return E_FAIL;
     try {
         std::wstring description = platform::toWide(text);
-        std::wstring source = kProgramId;
+        std::wstring source = programId;
         creation->SetGUID(IID__Client20);
         creation->SetSource(source.data());
         creation->SetDescription(description.data());

@@ -19,9 +19,9 @@ namespace {
 using platform::RegistryKey;
 
 // The classes of the machine, not those that a user may have laid over them.
-constexpr wchar_t kClasses[] = L"SOFTWARE\\Classes\\";
-constexpr bool kIs64Bit = sizeof(void*) == 8;
-constexpr REGSAM kOtherView = kIs64Bit ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+constexpr wchar_t classesKey[] = L"SOFTWARE\\Classes\\";
+constexpr bool is64Bit = sizeof(void*) == 8;
+constexpr REGSAM otherView = is64Bit ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
 
 std::wstring textOf(const GUID& id) {
     std::array<wchar_t, 39> text{};
@@ -34,7 +34,7 @@ using Rows = std::vector<RegistryText>;
 // A 32-bit Windows has one view alone, and would answer for the other with that.
 bool hasOtherView() {
     BOOL isBelow64Bit = FALSE;
-    return kIs64Bit || (::IsWow64Process(::GetCurrentProcess(), &isBelow64Bit) && isBelow64Bit);
+    return is64Bit || (::IsWow64Process(::GetCurrentProcess(), &isBelow64Bit) && isBelow64Bit);
 }
 
 // What the component writes into, with everybody else.
@@ -44,11 +44,11 @@ std::vector<std::wstring> foreignKeys() {
 }
 
 std::wstring classKey() {
-    return kClasses + (L"CLSID\\" + textOf(CLSID_Client20));
+    return classesKey + (L"CLSID\\" + textOf(CLSID_Client20));
 }
 
 std::wstring typeLibraryKey() {
-    return kClasses + (L"TypeLib\\" + textOf(LIBID_Tandril) + L"\\1.0");
+    return classesKey + (L"TypeLib\\" + textOf(LIBID_Tandril) + L"\\1.0");
 }
 
 // What each bitness has for itself.
@@ -56,24 +56,24 @@ Rows ownRows() {
     const std::wstring key = classKey();
     const std::wstring path = modulePath();
     return {
-        {key, L"", kClassTitle},
+        {key, L"", classTitle},
         {key + L"\\InprocServer32", L"", path},
         {key + L"\\InprocServer32", L"ThreadingModel", L"Apartment"},
-        {key + L"\\ProgID", L"", kVersionedProgramId},
-        {key + L"\\VersionIndependentProgID", L"", kProgramId},
+        {key + L"\\ProgID", L"", versionedProgramId},
+        {key + L"\\VersionIndependentProgID", L"", programId},
         {key + L"\\TypeLib", L"", textOf(LIBID_Tandril)},
         {key + L"\\Version", L"", L"1.0"},
         {key + L"\\Programmable", L"", L""},
-        {typeLibraryKey() + (kIs64Bit ? L"\\0\\win64" : L"\\0\\win32"), L"", path},
+        {typeLibraryKey() + (is64Bit ? L"\\0\\win64" : L"\\0\\win32"), L"", path},
     };
 }
 
 // How the interface crosses apartments and processes: by its type library.
 Rows interfaceRows(REGSAM view) {
-    const std::wstring key = kClasses + (L"Interface\\" + textOf(IID__Client20));
+    const std::wstring key = classesKey + (L"Interface\\" + textOf(IID__Client20));
     return {
-        {key, L"", kInterfaceName, view},
-        {key + L"\\ProxyStubClsid32", L"", kAutomationProxy, view},
+        {key, L"", interfaceName, view},
+        {key + L"\\ProxyStubClsid32", L"", automationProxy, view},
         {key + L"\\TypeLib", L"", textOf(LIBID_Tandril), view},
         {key + L"\\TypeLib", L"Version", L"1.0", view},
     };
@@ -81,17 +81,17 @@ Rows interfaceRows(REGSAM view) {
 
 // What both bitnesses write alike, and the last one removes.
 Rows sharedRows() {
-    const std::wstring name = std::wstring(kClasses) + kProgramId;
-    const std::wstring versioned = std::wstring(kClasses) + kVersionedProgramId;
+    const std::wstring name = std::wstring(classesKey) + programId;
+    const std::wstring versioned = std::wstring(classesKey) + versionedProgramId;
     const std::wstring classId = textOf(CLSID_Client20);
     const std::wstring path = modulePath();
     Rows rows = {
-        {name, L"", kClassTitle},
+        {name, L"", classTitle},
         {name + L"\\CLSID", L"", classId},
-        {name + L"\\CurVer", L"", kVersionedProgramId},
-        {versioned, L"", kClassTitle},
+        {name + L"\\CurVer", L"", versionedProgramId},
+        {versioned, L"", classTitle},
         {versioned + L"\\CLSID", L"", classId},
-        {typeLibraryKey(), L"", kTypeLibraryTitle},
+        {typeLibraryKey(), L"", typeLibraryTitle},
         {typeLibraryKey() + L"\\FLAGS", L"", L"0"},
         {typeLibraryKey() + L"\\HELPDIR", L"", path.substr(0, path.rfind(L'\\'))},
     };
@@ -99,14 +99,14 @@ Rows sharedRows() {
         rows.insert(rows.end(), more.begin(), more.end());
     };
     add(interfaceRows(0));
-    if (hasOtherView()) add(interfaceRows(kOtherView));
+    if (hasOtherView()) add(interfaceRows(otherView));
     return rows;
 }
 
 bool isOtherBitnessRegistered() {
     RegistryKey key;
     return hasOtherView() &&
-           key.open(HKEY_LOCAL_MACHINE, classKey(), KEY_QUERY_VALUE | kOtherView) == ERROR_SUCCESS;
+           key.open(HKEY_LOCAL_MACHINE, classKey(), KEY_QUERY_VALUE | otherView) == ERROR_SUCCESS;
 }
 
 }  // namespace

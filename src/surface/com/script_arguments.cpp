@@ -8,7 +8,7 @@
 namespace tandril::com {
 namespace {
 
-constexpr VARTYPE kVariable = VT_BYREF | VT_VARIANT;
+constexpr VARTYPE variableType = VT_BYREF | VT_VARIANT;
 
 // The types of the parameters that the description passes by reference.
 VARTYPE typeOf(const Parameter& parameter) {
@@ -53,7 +53,7 @@ bool canTake(const VARIANT& variable) {
 
 // Stores the value in the variable, which keeps its type unless it takes all of them.
 void store(VARIANT& value, const VARIANT& variable) {
-    if (variable.vt == kVariable) {
+    if (variable.vt == variableType) {
         requireSuccess(::VariantCopy(variable.pvarVal, &value));
         return;
     }
@@ -97,7 +97,7 @@ void ScriptArguments::fit(const Method& method, UINT* wrongArgument) {
         try {
             if (position < method.parameters.size() && method.parameters[position].byReference) {
                 placeByReference(argument, typeOf(method.parameters[position]));
-            } else if (argument.vt == kVariable) {
+            } else if (argument.vt == variableType) {
                 argument = *argument.pvarVal;
             }
         } catch (const ComError&) {
@@ -110,7 +110,7 @@ void ScriptArguments::fit(const Method& method, UINT* wrongArgument) {
 void ScriptArguments::placeByReference(VARIANT& argument, VARTYPE type) {
     if (argument.vt == (VT_BYREF | type)) return;
     // A variable may in its turn stand for one of another type.
-    const bool isVariable = argument.vt == kVariable;
+    const bool isVariable = argument.vt == variableType;
     VARIANT* given = isVariable ? argument.pvarVal : &argument;
     const bool isTyped = (given->vt & VT_BYREF) != 0;
     Place& place = places_.emplace_back();

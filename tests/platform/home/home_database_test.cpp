@@ -25,25 +25,25 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-constexpr const char* kDsn = "Tandril Master Data";
-constexpr const char* kKey = "SOFTWARE\\ODBC\\odbc.ini\\Tandril Master Data";
-constexpr const char* kFile = "Vorn Tandril/MasterData/Parts.mdb";
-constexpr const char* kSystemFile = "C:\\Vorn Tandril\\MasterData\\Parts.mdb";
+constexpr const char* dsn = "Tandril Master Data";
+constexpr const char* keyPath = "SOFTWARE\\ODBC\\odbc.ini\\Tandril Master Data";
+constexpr const char* filePath = "Vorn Tandril/MasterData/Parts.mdb";
+constexpr const char* systemFile = "C:\\Vorn Tandril\\MasterData\\Parts.mdb";
 
 class HomeDatabaseTest : public ::testing::Test {
   protected:
-    HomeDatabaseTest() { setValue("DBQ", kSystemFile); }
+    HomeDatabaseTest() { setValue("DBQ", systemFile); }
 
     void setValue(const char* name, const std::string& value) {
-        registry_.createKey(RegistryRoot::LocalMachine, kKey);
-        registry_.setText(RegistryRoot::LocalMachine, kKey, name, value);
+        registry_.createKey(RegistryRoot::LocalMachine, keyPath);
+        registry_.setText(RegistryRoot::LocalMachine, keyPath, name, value);
     }
-    void copySample(const char* to = kFile) {
+    void copySample(const char* to = filePath) {
         home_.write(to, "");
         std::filesystem::copy_file(TANDRIL_SAMPLES "/masterdata/tandril.mdb", home_.pathOf(to),
                                    std::filesystem::copy_options::overwrite_existing);
     }
-    std::unique_ptr<Connection> open() { return database_.open(kDsn); }
+    std::unique_ptr<Connection> open() { return database_.open(dsn); }
     std::string openFault() {
         try {
             open();
@@ -69,11 +69,11 @@ class HomeDatabaseTest : public ::testing::Test {
 };
 
 TEST_F(HomeDatabaseTest, OpensAnEmptyFileAsSqlite) {
-    home_.write(kFile, "");
+    home_.write(filePath, "");
     open()->execute("CREATE TABLE T (A TEXT)");
     open()->execute("INSERT INTO T VALUES ('1')");
     EXPECT_THAT(resultOf(*open(), "SELECT * FROM T").records, ElementsAre(ElementsAre("1")));
-    EXPECT_THAT(home_.read(kFile), HasSubstr("SQLite format 3"));
+    EXPECT_THAT(home_.read(filePath), HasSubstr("SQLite format 3"));
 }
 
 TEST_F(HomeDatabaseTest, FindsTheFileInBlanksAndUmlauts) {
@@ -84,9 +84,9 @@ TEST_F(HomeDatabaseTest, FindsTheFileInBlanksAndUmlauts) {
 }
 
 TEST_F(HomeDatabaseTest, RefusesAMissingFile) {
-    EXPECT_EQ(openFault(), "cannot open the database \"" + std::string(kSystemFile) +
+    EXPECT_EQ(openFault(), "cannot open the database \"" + std::string(systemFile) +
                                "\": there is no such file");
-    EXPECT_FALSE(home_.exists(kFile));
+    EXPECT_FALSE(home_.exists(filePath));
 }
 
 TEST_F(HomeDatabaseTest, RefusesAFolder) {
@@ -103,7 +103,7 @@ TEST_F(HomeDatabaseTest, RefusesAPathOutOfTheHome) {
 TEST_F(HomeDatabaseTest, RefusesOtherContent) {
     for (const std::string content :
          {"x", "SQLite format 2", "a longer text that is no database"}) {
-        home_.write(kFile, content);
+        home_.write(filePath, content);
         EXPECT_THAT(openFault(), HasSubstr("neither a SQLite nor a Microsoft Access file"))
             << content;
     }
@@ -129,15 +129,15 @@ TEST_F(HomeDatabaseTest, TakesAnyConnectionString) {
 
 TEST_F(HomeDatabaseTest, IgnoresAnEmptyConnectionString) {
     setValue("ConnectionString", "");
-    home_.write(kFile, "");
+    home_.write(filePath, "");
     EXPECT_EQ(openFault(), "");
 }
 
 TEST_F(HomeDatabaseTest, RefusesToWriteAWriteProtectedFile) {
-    home_.write(kFile, "");
+    home_.write(filePath, "");
     open()->execute("CREATE TABLE T (A TEXT)");
-    std::filesystem::permissions(home_.pathOf(kFile), std::filesystem::perms::owner_read);
-    if (::access(home_.pathOf(kFile).c_str(), W_OK) == 0) {
+    std::filesystem::permissions(home_.pathOf(filePath), std::filesystem::perms::owner_read);
+    if (::access(home_.pathOf(filePath).c_str(), W_OK) == 0) {
         GTEST_SKIP() << "the superuser may write everything";
     }
     EXPECT_THROW(open()->execute("INSERT INTO T VALUES ('1')"), Fault);
@@ -183,7 +183,7 @@ TEST_F(HomeDatabaseTest, TakesAnyValueInAConditionOnAnAccessFile) {
 
 TEST_F(HomeDatabaseTest, RefusesToWriteAnAccessFile) {
     copySample();
-    const std::string before = home_.read(kFile);
+    const std::string before = home_.read(filePath);
     const auto connection = open();
     EXPECT_THROW(connection->execute("DELETE FROM UNITS WHERE CUNI = 'm'"), Fault);
     EXPECT_THAT(faultOf(*connection, "INSERT INTO UNITS (COMP) VALUES ('1')"),
@@ -191,7 +191,7 @@ TEST_F(HomeDatabaseTest, RefusesToWriteAnAccessFile) {
     connection->begin();
     EXPECT_THROW(connection->execute("UPDATE UNITS SET DSCA = ''"), Fault);
     connection->commit();
-    EXPECT_EQ(home_.read(kFile), before);
+    EXPECT_EQ(home_.read(filePath), before);
 }
 
 TEST_F(HomeDatabaseTest, RefusesUnknownNamesInAnAccessFile) {
@@ -206,7 +206,7 @@ TEST_F(HomeDatabaseTest, RefusesUnknownNamesInAnAccessFile) {
 
 TEST_F(HomeDatabaseTest, RefusesADamagedAccessFile) {
     copySample();
-    std::filesystem::resize_file(home_.pathOf(kFile), 300000);
+    std::filesystem::resize_file(home_.pathOf(filePath), 300000);
     const auto connection = open();
     EXPECT_NE(faultOf(*connection, "SELECT * FROM UNITS"), "");
 }

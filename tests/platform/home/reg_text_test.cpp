@@ -13,7 +13,7 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Optional;
 
-constexpr std::string_view kKey = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Vorn";
+constexpr std::string_view keyPath = "HKEY_LOCAL_MACHINE\\SOFTWARE\\Vorn";
 
 // A file with the given lines below its header, all ended by CRLF.
 std::string file(std::initializer_list<std::string_view> lines) {
@@ -92,12 +92,12 @@ TEST(RegTextTest, BytesSurvive) {
 
 TEST(RegTextTest, ReadsEveryType) {
     const RegText text(everything());
-    EXPECT_THAT(text.valueNames(kKey), ElementsAre("Text", "Spaced", "Lines", "Number", "Binary",
-                                                   "Expand", "Many", "Quad", "Nothing", "Odd"));
+    EXPECT_THAT(text.valueNames(keyPath), ElementsAre("Text", "Spaced", "Lines", "Number", "Binary",
+                                                      "Expand", "Many", "Quad", "Nothing", "Odd"));
     constexpr struct {
         const char* name;
         const char* data;
-    } kCases[] = {
+    } cases[] = {
         {"", "default"},   {"Text", "C:\\Vorn \"Tandril\""},
         {"Spaced", "x"},   {"Lines", "one\r\n[two]\r\n"},
         {"Number", "10"},  {"Binary", ""},
@@ -105,10 +105,10 @@ TEST(RegTextTest, ReadsEveryType) {
         {"Quad", ""},      {"Nothing", ""},
         {"Odd", ""},
     };
-    for (const auto& [name, data] : kCases) {
-        EXPECT_THAT(text.read(kKey, name), Optional(std::string(data))) << name;
+    for (const auto& [name, data] : cases) {
+        EXPECT_THAT(text.read(keyPath, name), Optional(std::string(data))) << name;
     }
-    EXPECT_EQ(text.read(kKey, "Gone"), std::nullopt);
+    EXPECT_EQ(text.read(keyPath, "Gone"), std::nullopt);
 }
 
 TEST(RegTextTest, ReadsAnExportOfTheEditor) {
@@ -183,15 +183,15 @@ TEST(RegTextTest, ChangesTouchTheirValueOnly) {
     const auto replace = [&](std::string_view from, std::string_view to) {
         expected.replace(expected.find(from), from.size(), to);
     };
-    EXPECT_TRUE(text.setExisting(kKey, "Spaced", "\\"));
+    EXPECT_TRUE(text.setExisting(keyPath, "Spaced", "\\"));
     replace("\"Spaced\" = \"x\" ; why", "\"Spaced\" = \"\\\\\" ; why");
-    EXPECT_TRUE(text.setExisting(kKey, "Lines", "one"));
+    EXPECT_TRUE(text.setExisting(keyPath, "Lines", "one"));
     replace("\"one\r\n[two]\r\n\"", "\"one\"");
-    EXPECT_TRUE(text.setExisting(kKey, "Number", "255"));
+    EXPECT_TRUE(text.setExisting(keyPath, "Number", "255"));
     replace("dword:0000000A", "dword:000000ff");
-    EXPECT_TRUE(text.setExisting(kKey, "Expand", "%B"));
+    EXPECT_TRUE(text.setExisting(keyPath, "Expand", "%B"));
     replace("hex(2):25,00,41,00,25,00,00,00", "hex(2):25,00,42,00,00,00");
-    text.setText(kKey, "", "d");
+    text.setText(keyPath, "", "d");
     replace("@=\"default\"", "@=\"d\"");
     EXPECT_EQ(text.bytes(), expected);
     EXPECT_EQ(RegText(expected).bytes(), expected);
@@ -199,39 +199,39 @@ TEST(RegTextTest, ChangesTouchTheirValueOnly) {
 
 TEST(RegTextTest, SettingTheSameDataKeepsTheBytes) {
     RegText text(everything());
-    text.setExisting(kKey, "Number", "10");
-    text.setNumber(kKey, "Number", 10);
-    text.setText(kKey, "Spaced", "x");
-    text.setExisting(kKey, "Expand", "%A%");
+    text.setExisting(keyPath, "Number", "10");
+    text.setNumber(keyPath, "Number", 10);
+    text.setText(keyPath, "Spaced", "x");
+    text.setExisting(keyPath, "Expand", "%A%");
     text.addKey("hkey_local_machine\\software\\vorn");
     EXPECT_EQ(text.bytes(), everything());
 }
 
 TEST(RegTextTest, ChangesKeepTheEncoding) {
     RegText text(exported(withValue("\"a\"=\"1\"")));
-    text.setText(kKey, "a", "\xE2\x82\xAC");
+    text.setText(keyPath, "a", "\xE2\x82\xAC");
     EXPECT_EQ(text.bytes(), exported(withValue("\"a\"=\"\xE2\x82\xAC\"")));
 }
 
 TEST(RegTextTest, ValuesOfOtherTypesCannotTakeText) {
     RegText text(everything());
-    EXPECT_THROW(text.setExisting(kKey, "Binary", "x"), Fault);
-    EXPECT_THROW(text.setExisting(kKey, "Odd", "x"), Fault);
+    EXPECT_THROW(text.setExisting(keyPath, "Binary", "x"), Fault);
+    EXPECT_THROW(text.setExisting(keyPath, "Odd", "x"), Fault);
     EXPECT_EQ(text.bytes(), everything());
 }
 
 TEST(RegTextTest, TextThatIsNotUtf8IsRefused) {
     RegText text(everything());
-    EXPECT_THROW(text.setText(kKey, "Text", "\xFF"), Fault);
-    EXPECT_THROW(text.setText(kKey, "\xFF", "x"), Fault);
+    EXPECT_THROW(text.setText(keyPath, "Text", "\xFF"), Fault);
+    EXPECT_THROW(text.setText(keyPath, "\xFF", "x"), Fault);
     EXPECT_THROW(text.addKey("HKEY_LOCAL_MACHINE\\\xFF"), Fault);
-    EXPECT_THROW(text.setExisting(kKey, "Text", "\xFF"), Fault);
+    EXPECT_THROW(text.setExisting(keyPath, "Text", "\xFF"), Fault);
     EXPECT_EQ(text.bytes(), everything());
 }
 
 TEST(RegTextTest, LongExpandableTextBreaksAsTheEditorDoes) {
     RegText text(withValue("\"ImagePath\"=hex(2):00,00"));
-    text.setExisting(kKey, "ImagePath", "system32\\DRIVERS\\acpi.sys");
+    text.setExisting(keyPath, "ImagePath", "system32\\DRIVERS\\acpi.sys");
     EXPECT_EQ(
         text.bytes(),
         withValue(
@@ -239,18 +239,18 @@ TEST(RegTextTest, LongExpandableTextBreaksAsTheEditorDoes) {
             "\\\r\n"
             "  52,00,49,00,56,00,45,00,52,00,53,00,5c,00,61,00,63,00,70,00,69,00,2e,00,73,\\\r\n"
             "  00,79,00,73,00,00,00"));
-    EXPECT_THAT(RegText(text.bytes()).read(kKey, "ImagePath"),
+    EXPECT_THAT(RegText(text.bytes()).read(keyPath, "ImagePath"),
                 Optional(std::string("system32\\DRIVERS\\acpi.sys")));
 }
 
 TEST(RegTextTest, NewKeysAndValuesAreWrittenAsTheEditorDoes) {
     RegText text;
-    text.addKey(kKey);
-    text.setText(kKey, "Mode", "Online");
-    text.setNumber(kKey, "OrderId", 10);
+    text.addKey(keyPath);
+    text.setText(keyPath, "Mode", "Online");
+    text.setNumber(keyPath, "OrderId", 10);
     text.addKey("HKEY_CURRENT_USER\\Software");
     text.setText("HKEY_CURRENT_USER\\Software", "", "C:\\");
-    text.setText(kKey, "Error", "1");
+    text.setText(keyPath, "Error", "1");
     EXPECT_EQ(text.bytes(), file({"", "[HKEY_LOCAL_MACHINE\\SOFTWARE]", "",
                                   "[HKEY_LOCAL_MACHINE\\SOFTWARE\\Vorn]", "\"Mode\"=\"Online\"",
                                   "\"OrderId\"=dword:0000000a", "\"Error\"=\"1\"", "",

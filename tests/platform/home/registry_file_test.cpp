@@ -16,9 +16,9 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::Optional;
 
-constexpr RegistryRoot kRoot = RegistryRoot::LocalMachine;
-constexpr std::string_view kKey = "SOFTWARE\\Vorn\\Vorn Tandril";
-constexpr const char* kName = "registry.reg";
+constexpr RegistryRoot root = RegistryRoot::LocalMachine;
+constexpr std::string_view keyPath = "SOFTWARE\\Vorn\\Vorn Tandril";
+constexpr const char* fileName = "registry.reg";
 
 std::string settings(std::string_view mode) {
     return "Windows Registry Editor Version 5.00\r\n\r\n"
@@ -31,119 +31,119 @@ class RegistryFileTest : public ::testing::Test {
     // Tells the saved file from the one before: a save makes a new one.
     ino_t fileNumber() const {
         struct stat status {};
-        EXPECT_EQ(::stat(home.pathOf(kName).c_str(), &status), 0);
+        EXPECT_EQ(::stat(home.pathOf(fileName).c_str(), &status), 0);
         return status.st_ino;
     }
 
     TemporaryHome home;
-    RegistryFile registry{home.pathOf(kName)};
+    RegistryFile registry{home.pathOf(fileName)};
 };
 
 TEST_F(RegistryFileTest, LookingCreatesNoFile) {
-    EXPECT_FALSE(registry.keyExists(kRoot, kKey));
-    EXPECT_FALSE(registry.setExisting(kRoot, kKey, "Mode", "x"));
+    EXPECT_FALSE(registry.keyExists(root, keyPath));
+    EXPECT_FALSE(registry.setExisting(root, keyPath, "Mode", "x"));
     registry.flush(Durability::Durable);
     EXPECT_THAT(home.names(), IsEmpty());
 }
 
 TEST_F(RegistryFileTest, TheFirstSaveCreatesTheFile) {
-    registry.createKey(kRoot, "SOFTWARE");
+    registry.createKey(root, "SOFTWARE");
     EXPECT_THAT(home.names(), IsEmpty());
     registry.flush(Durability::Durable);
-    EXPECT_EQ(home.read(kName),
+    EXPECT_EQ(home.read(fileName),
               "Windows Registry Editor Version 5.00\r\n\r\n[HKEY_LOCAL_MACHINE\\SOFTWARE]\r\n\r\n");
-    EXPECT_THAT(home.names(), ElementsAre(kName));
+    EXPECT_THAT(home.names(), ElementsAre(fileName));
 }
 
 TEST_F(RegistryFileTest, BothRootsAreFoundInAnyCase) {
-    home.write(kName,
+    home.write(fileName,
                "Windows Registry Editor Version 5.00\r\n[hkey_local_machine\\a]\r\n\"x\"=\"1\"\r\n"
                "[Hkey_Current_User\\a]\r\n\"x\"=\"2\"\r\n");
-    EXPECT_THAT(registry.read(kRoot, "A", "x"), Optional(std::string("1")));
+    EXPECT_THAT(registry.read(root, "A", "x"), Optional(std::string("1")));
     EXPECT_THAT(registry.read(RegistryRoot::CurrentUser, "A", "x"), Optional(std::string("2")));
 }
 
 TEST_F(RegistryFileTest, IsReadOncePerRefresh) {
-    home.write(kName, settings("Online"));
-    EXPECT_THAT(registry.read(kRoot, kKey, "Mode"), Optional(std::string("Online")));
-    home.write(kName, settings("Offline"));
-    EXPECT_THAT(registry.read(kRoot, kKey, "Mode"), Optional(std::string("Online")));
+    home.write(fileName, settings("Online"));
+    EXPECT_THAT(registry.read(root, keyPath, "Mode"), Optional(std::string("Online")));
+    home.write(fileName, settings("Offline"));
+    EXPECT_THAT(registry.read(root, keyPath, "Mode"), Optional(std::string("Online")));
     registry.refresh();
-    EXPECT_THAT(registry.read(kRoot, kKey, "Mode"), Optional(std::string("Offline")));
+    EXPECT_THAT(registry.read(root, keyPath, "Mode"), Optional(std::string("Offline")));
 }
 
 TEST_F(RegistryFileTest, ValuesAndKeysKeepTheirOrder) {
-    registry.createKey(kRoot, "b");
-    registry.createKey(kRoot, "a");
-    for (const char* name : {"b", "c", "a", "b"}) registry.setText(kRoot, "b", name, "1");
+    registry.createKey(root, "b");
+    registry.createKey(root, "a");
+    for (const char* name : {"b", "c", "a", "b"}) registry.setText(root, "b", name, "1");
     registry.flush(Durability::Durable);
     registry.refresh();
-    EXPECT_THAT(registry.subKeys(kRoot, ""), ElementsAre("b", "a"));
-    EXPECT_THAT(registry.valueNames(kRoot, "b"), ElementsAre("b", "c", "a"));
+    EXPECT_THAT(registry.subKeys(root, ""), ElementsAre("b", "a"));
+    EXPECT_THAT(registry.valueNames(root, "b"), ElementsAre("b", "c", "a"));
 }
 
 TEST_F(RegistryFileTest, RefreshDropsWhatWasNotFlushed) {
-    home.write(kName, settings("Online"));
-    registry.setExisting(kRoot, kKey, "Mode", "Offline");
-    EXPECT_THAT(registry.read(kRoot, kKey, "Mode"), Optional(std::string("Offline")));
+    home.write(fileName, settings("Online"));
+    registry.setExisting(root, keyPath, "Mode", "Offline");
+    EXPECT_THAT(registry.read(root, keyPath, "Mode"), Optional(std::string("Offline")));
     registry.refresh();
-    EXPECT_THAT(registry.read(kRoot, kKey, "Mode"), Optional(std::string("Online")));
+    EXPECT_THAT(registry.read(root, keyPath, "Mode"), Optional(std::string("Online")));
 }
 
 TEST_F(RegistryFileTest, IsWrittenOnlyWhenAValueChanged) {
-    home.write(kName, settings("Online"));
+    home.write(fileName, settings("Online"));
     const ino_t before = fileNumber();
-    registry.setExisting(kRoot, kKey, "Mode", "Offline");
-    registry.setExisting(kRoot, kKey, "Mode", "Online");
+    registry.setExisting(root, keyPath, "Mode", "Offline");
+    registry.setExisting(root, keyPath, "Mode", "Online");
     registry.flush(Durability::Durable);
     EXPECT_EQ(fileNumber(), before);
-    registry.setExisting(kRoot, kKey, "Mode", "Offline");
+    registry.setExisting(root, keyPath, "Mode", "Offline");
     registry.flush(Durability::Relaxed);
     EXPECT_NE(fileNumber(), before);
-    EXPECT_EQ(home.read(kName), settings("Offline"));
+    EXPECT_EQ(home.read(fileName), settings("Offline"));
 }
 
 TEST_F(RegistryFileTest, AMalformedFileIsNamedAndLeftAlone) {
     const std::string malformed = settings("Online") + "\"open\r\n";
-    home.write(kName, malformed);
+    home.write(fileName, malformed);
     for (int i = 0; i < 2; ++i) {
         try {
-            registry.createKey(kRoot, kKey);
+            registry.createKey(root, keyPath);
             FAIL() << "no fault";
         } catch (const Fault& fault) {
             EXPECT_EQ(std::string(fault.what()),
-                      "cannot read the registry file \"" + home.pathOf(kName) +
+                      "cannot read the registry file \"" + home.pathOf(fileName) +
                           "\": line 6: the closing quotation mark is missing");
         }
         registry.flush(Durability::Durable);
     }
-    EXPECT_EQ(home.read(kName), malformed);
+    EXPECT_EQ(home.read(fileName), malformed);
 }
 
 TEST_F(RegistryFileTest, AFolderInItsPlaceIsAFault) {
-    home.makeFolder(kName);
-    EXPECT_THROW(registry.keyExists(kRoot, kKey), Fault);
+    home.makeFolder(fileName);
+    EXPECT_THROW(registry.keyExists(root, keyPath), Fault);
 }
 
 TEST_F(RegistryFileTest, WithoutAHomeItIsEmptyAndCannotBeSaved) {
     RegistryFile lost(home.pathOf("none/registry.reg"));
-    EXPECT_FALSE(lost.keyExists(kRoot, kKey));
+    EXPECT_FALSE(lost.keyExists(root, keyPath));
     lost.flush(Durability::Durable);
-    lost.createKey(kRoot, kKey);
+    lost.createKey(root, keyPath);
     EXPECT_THROW(lost.flush(Durability::Durable), Fault);
     EXPECT_THAT(home.names(), IsEmpty());
 }
 
 TEST_F(RegistryFileTest, AFailedSaveLeavesTheFile) {
-    home.write(kName, settings("Online"));
+    home.write(fileName, settings("Online"));
     const test::ChildEnd end = test::runInChild({.fileSizeLimit = 8}, [&] {
-        registry.setText(kRoot, kKey, "Mode", "Offline");
+        registry.setText(root, keyPath, "Mode", "Offline");
         registry.flush(Durability::Durable);
         return 0;
     });
-    EXPECT_EQ(end.exitStatus, test::kEndedByFault);
-    EXPECT_EQ(home.read(kName), settings("Online"));
-    EXPECT_THAT(home.names(), ElementsAre(kName));
+    EXPECT_EQ(end.exitStatus, test::endedByFault);
+    EXPECT_EQ(home.read(fileName), settings("Online"));
+    EXPECT_THAT(home.names(), ElementsAre(fileName));
 }
 
 }  // namespace

@@ -19,36 +19,36 @@ namespace tandril::platform {
 namespace {
 
 using test::ChildEnd;
+using test::endedByFault;
 using test::Hardship;
-using test::kEndedByFault;
 using test::runInChild;
 using test::TemporaryHome;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-constexpr std::string_view kStore = "C:\\Vorn Tandril\\Harbrook.xml";
-constexpr const char* kRealStore = "Vorn Tandril/Harbrook.xml";
-constexpr const char* kFirstTemporary = ".tandril-Harbrook.xml-1.tmp";
-constexpr Hardship kFullDisk{.fileSizeLimit = 4096};
-constexpr Hardship kKilled{.fileSizeLimit = 4096, .killedAtLimit = true};
-constexpr Hardship kOrdinaryUser{.ordinaryUser = true};
+constexpr std::string_view storePath = "C:\\Vorn Tandril\\Harbrook.xml";
+constexpr const char* realStorePath = "Vorn Tandril/Harbrook.xml";
+constexpr const char* firstTemporary = ".tandril-Harbrook.xml-1.tmp";
+constexpr Hardship fullDisk{.fileSizeLimit = 4096};
+constexpr Hardship killedWhenFull{.fileSizeLimit = 4096, .killedAtLimit = true};
+constexpr Hardship asOrdinaryUser{.ordinaryUser = true};
 
 class HomeFilesTest : public ::testing::Test {
   protected:
     mode_t mode() const {
         struct stat status {};
-        EXPECT_EQ(::stat(home.pathOf(kRealStore).c_str(), &status), 0);
+        EXPECT_EQ(::stat(home.pathOf(realStorePath).c_str(), &status), 0);
         return status.st_mode & 07777;
     }
     void setMode(const char* relative, mode_t mode) const {
         ASSERT_EQ(::chmod(home.pathOf(relative).c_str(), mode), 0);
     }
     int replace(std::string_view bytes) {
-        files.replace(kStore, bytes, Durability::Durable);
+        files.replace(storePath, bytes, Durability::Durable);
         return 0;
     }
     int append(std::string_view bytes) {
-        files.append(kStore, bytes);
+        files.append(storePath, bytes);
         return 0;
     }
 
@@ -59,11 +59,11 @@ class HomeFilesTest : public ::testing::Test {
 };
 
 TEST_F(HomeFilesTest, ThePathsLieInTheHome) {
-    home.write(kRealStore, "<harbrook/>");
-    EXPECT_EQ(files.read(kStore), "<harbrook/>");
+    home.write(realStorePath, "<harbrook/>");
+    EXPECT_EQ(files.read(storePath), "<harbrook/>");
     files.createFolder("C:\\Vorn Tandril\\MasterData");
     EXPECT_TRUE(home.exists("Vorn Tandril/MasterData"));
-    EXPECT_EQ(files.realPath(kStore), home.pathOf(kRealStore));
+    EXPECT_EQ(files.realPath(storePath), home.pathOf(realStorePath));
 }
 
 TEST_F(HomeFilesTest, WithoutTheHomeThereIsNoDrive) {
@@ -77,7 +77,7 @@ TEST_F(HomeFilesTest, WithoutTheHomeThereIsNoDrive) {
 
 TEST_F(HomeFilesTest, FaultsNameTheAttemptThePathAndTheCause) {
     try {
-        (void)files.read(kStore);
+        (void)files.read(storePath);
         FAIL() << "no fault";
     } catch (const Fault& fault) {
         EXPECT_EQ(std::string(fault.what()),
@@ -86,8 +86,8 @@ TEST_F(HomeFilesTest, FaultsNameTheAttemptThePathAndTheCause) {
 }
 
 TEST_F(HomeFilesTest, ReplaceKeepsThePermissions) {
-    home.write(kRealStore, old);
-    setMode(kRealStore, 0640);
+    home.write(realStorePath, old);
+    setMode(realStorePath, 0640);
     replace("new");
     EXPECT_EQ(mode(), 0640u);
 }
@@ -101,45 +101,45 @@ TEST_F(HomeFilesTest, ANewFileHasTheUsersUsualPermissions) {
 }
 
 TEST_F(HomeFilesTest, AWriteProtectedFileIsNotReplaced) {
-    home.write(kRealStore, old);
+    home.write(realStorePath, old);
     setMode("", 0777);
     setMode("Vorn Tandril", 0777);
-    setMode(kRealStore, 0444);
-    EXPECT_EQ(runInChild(kOrdinaryUser, [&] { return replace("new"); }).exitStatus, kEndedByFault);
-    EXPECT_EQ(home.read(kRealStore), old);
+    setMode(realStorePath, 0444);
+    EXPECT_EQ(runInChild(asOrdinaryUser, [&] { return replace("new"); }).exitStatus, endedByFault);
+    EXPECT_EQ(home.read(realStorePath), old);
     EXPECT_THAT(home.names("Vorn Tandril"), ElementsAre("Harbrook.xml"));
 }
 
 TEST_F(HomeFilesTest, AWriteProtectedFolderIsAFault) {
-    home.write(kRealStore, old);
-    setMode(kRealStore, 0666);
+    home.write(realStorePath, old);
+    setMode(realStorePath, 0666);
     setMode("Vorn Tandril", 0555);
-    EXPECT_EQ(runInChild(kOrdinaryUser, [&] { return replace("new"); }).exitStatus, kEndedByFault);
-    EXPECT_EQ(home.read(kRealStore), old);
+    EXPECT_EQ(runInChild(asOrdinaryUser, [&] { return replace("new"); }).exitStatus, endedByFault);
+    EXPECT_EQ(home.read(realStorePath), old);
     setMode("Vorn Tandril", 0755);
 }
 
 TEST_F(HomeFilesTest, AFullDiskLeavesTheOldFileAndNothingElse) {
-    home.write(kRealStore, old);
-    EXPECT_EQ(runInChild(kFullDisk, [&] { return replace(large); }).exitStatus, kEndedByFault);
-    EXPECT_EQ(home.read(kRealStore), old);
+    home.write(realStorePath, old);
+    EXPECT_EQ(runInChild(fullDisk, [&] { return replace(large); }).exitStatus, endedByFault);
+    EXPECT_EQ(home.read(realStorePath), old);
     EXPECT_THAT(home.names("Vorn Tandril"), ElementsAre("Harbrook.xml"));
 }
 
 TEST_F(HomeFilesTest, AKillInTheMiddleLeavesTheOldFile) {
-    home.write(kRealStore, old);
-    const ChildEnd end = runInChild(kKilled, [&] { return replace(large); });
+    home.write(realStorePath, old);
+    const ChildEnd end = runInChild(killedWhenFull, [&] { return replace(large); });
     EXPECT_EQ(end.signal, SIGXFSZ);
-    EXPECT_EQ(home.read(kRealStore), old);
-    EXPECT_THAT(home.names("Vorn Tandril"), ElementsAre(kFirstTemporary, "Harbrook.xml"));
+    EXPECT_EQ(home.read(realStorePath), old);
+    EXPECT_THAT(home.names("Vorn Tandril"), ElementsAre(firstTemporary, "Harbrook.xml"));
     replace("new");
-    EXPECT_EQ(home.read(kRealStore), "new");
+    EXPECT_EQ(home.read(realStorePath), "new");
     EXPECT_THAT(home.names("Vorn Tandril"), ElementsAre("Harbrook.xml"));
 }
 
 TEST_F(HomeFilesTest, ReplaceRemovesEverythingThatKilledProcessesLeft) {
-    home.write(kRealStore, old);
-    for (int number = 1; number <= kTemporaryNames; ++number) {
+    home.write(realStorePath, old);
+    for (int number = 1; number <= temporaryNames; ++number) {
         home.write("Vorn Tandril/" + temporaryName("Harbrook.xml", number), "half");
     }
     home.write("Vorn Tandril/" + temporaryName("Upload.xml", 1), "half");
@@ -149,16 +149,16 @@ TEST_F(HomeFilesTest, ReplaceRemovesEverythingThatKilledProcessesLeft) {
 }
 
 TEST_F(HomeFilesTest, ReplaceLeavesWhatALiveProcessIsWriting) {
-    const std::string path = home.pathOf(std::string("Vorn Tandril/") + kFirstTemporary);
-    home.write(kRealStore, old);
-    home.write(std::string("Vorn Tandril/") + kFirstTemporary, "half");
+    const std::string path = home.pathOf(std::string("Vorn Tandril/") + firstTemporary);
+    home.write(realStorePath, old);
+    home.write(std::string("Vorn Tandril/") + firstTemporary, "half");
     {
         const Descriptor writer(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
         ASSERT_EQ(::flock(writer.get(), LOCK_EX | LOCK_NB), 0);
         replace("new");
-        EXPECT_EQ(home.read(kRealStore), "new");
-        EXPECT_EQ(home.read(std::string("Vorn Tandril/") + kFirstTemporary), "half");
-        EXPECT_THAT(home.names("Vorn Tandril"), ElementsAre(kFirstTemporary, "Harbrook.xml"));
+        EXPECT_EQ(home.read(realStorePath), "new");
+        EXPECT_EQ(home.read(std::string("Vorn Tandril/") + firstTemporary), "half");
+        EXPECT_THAT(home.names("Vorn Tandril"), ElementsAre(firstTemporary, "Harbrook.xml"));
     }
     replace("newer");
     EXPECT_THAT(home.names("Vorn Tandril"), ElementsAre("Harbrook.xml"));
@@ -166,7 +166,7 @@ TEST_F(HomeFilesTest, ReplaceLeavesWhatALiveProcessIsWriting) {
 
 TEST_F(HomeFilesTest, ReplaceGoesOnWhereNoneOfItsNamesIsFree) {
     home.write("elsewhere", "kept");
-    for (int number = 1; number <= kTemporaryNames; ++number) {
+    for (int number = 1; number <= temporaryNames; ++number) {
         const std::string name = "Vorn Tandril/" + temporaryName("Harbrook.xml", number);
         if (number % 2 == 0) {
             home.makeFolder(name);
@@ -177,7 +177,7 @@ TEST_F(HomeFilesTest, ReplaceGoesOnWhereNoneOfItsNamesIsFree) {
     }
     const auto before = home.names("Vorn Tandril");
     replace("new");
-    EXPECT_EQ(home.read(kRealStore), "new");
+    EXPECT_EQ(home.read(realStorePath), "new");
     EXPECT_EQ(home.read("elsewhere"), "kept");
     EXPECT_EQ(home.names("Vorn Tandril").size(), before.size() + 1);
 }
@@ -185,15 +185,15 @@ TEST_F(HomeFilesTest, ReplaceGoesOnWhereNoneOfItsNamesIsFree) {
 // Every process may be killed at any moment; the others go on, and what it left goes with the next
 // save.
 TEST_F(HomeFilesTest, KilledProcessesDoNotDisturbOthers) {
-    home.write(kRealStore, old);
+    home.write(realStorePath, old);
     const auto writeForEver = [&] {
-        for (;;) files.replace(kStore, large, Durability::Relaxed);
+        for (;;) files.replace(storePath, large, Durability::Relaxed);
         return 0;
     };
     for (int run = 0; run < 15; ++run) {
         const pid_t killed[] = {test::startInChild({}, writeForEver),
                                 test::startInChild({}, writeForEver)};
-        for (int i = 0; i < 20; ++i) files.replace(kStore, old, Durability::Relaxed);
+        for (int i = 0; i < 20; ++i) files.replace(storePath, old, Durability::Relaxed);
         for (const pid_t child : killed) {
             ::kill(child, SIGKILL);
             EXPECT_EQ(test::waitFor(child).signal, SIGKILL);
@@ -204,26 +204,26 @@ TEST_F(HomeFilesTest, KilledProcessesDoNotDisturbOthers) {
 }
 
 TEST_F(HomeFilesTest, AFailedAppendLeavesTheFileAsLongAsItWas) {
-    home.write(kRealStore, old);
-    EXPECT_EQ(runInChild(kFullDisk, [&] { return append(large); }).exitStatus, kEndedByFault);
-    EXPECT_EQ(home.read(kRealStore), old);
-    EXPECT_EQ(runInChild(kFullDisk, [&] { return append("fits"); }).exitStatus, 0);
-    EXPECT_EQ(home.read(kRealStore), old + "fits");
+    home.write(realStorePath, old);
+    EXPECT_EQ(runInChild(fullDisk, [&] { return append(large); }).exitStatus, endedByFault);
+    EXPECT_EQ(home.read(realStorePath), old);
+    EXPECT_EQ(runInChild(fullDisk, [&] { return append("fits"); }).exitStatus, 0);
+    EXPECT_EQ(home.read(realStorePath), old + "fits");
 }
 
 TEST_F(HomeFilesTest, ReadersSeeTheFileWholeWhileProcessesReplaceIt) {
     const std::string one(70'000, '1');
     const std::string two(50'000, '2');
-    home.write(kRealStore, one);
+    home.write(realStorePath, one);
     const auto writeOften = [&](const std::string& bytes) {
         return test::startInChild({}, [&] {
-            for (int i = 0; i < 200; ++i) files.replace(kStore, bytes, Durability::Relaxed);
+            for (int i = 0; i < 200; ++i) files.replace(storePath, bytes, Durability::Relaxed);
             return 0;
         });
     };
     const pid_t children[] = {writeOften(one), writeOften(two), writeOften(one), writeOften(two)};
     for (int i = 0; i < 200; ++i) {
-        const std::string seen = files.read(kStore);
+        const std::string seen = files.read(storePath);
         ASSERT_TRUE(seen == one || seen == two) << "after " << i << " looks";
     }
     for (const pid_t child : children) EXPECT_EQ(test::waitFor(child).exitStatus, 0);
@@ -232,8 +232,8 @@ TEST_F(HomeFilesTest, ReadersSeeTheFileWholeWhileProcessesReplaceIt) {
 
 TEST_F(HomeFilesTest, PipesAreRefusedRatherThanWaitedFor) {
     home.makeFolder("Vorn Tandril");
-    ASSERT_EQ(::mkfifo(home.pathOf(kRealStore).c_str(), 0666), 0);
-    EXPECT_THROW((void)files.read(kStore), Fault);
+    ASSERT_EQ(::mkfifo(home.pathOf(realStorePath).c_str(), 0666), 0);
+    EXPECT_THROW((void)files.read(storePath), Fault);
     EXPECT_THROW(append("x"), Fault);
 }
 

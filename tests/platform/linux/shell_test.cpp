@@ -15,7 +15,7 @@
 namespace tandril::platform {
 namespace {
 
-constexpr std::string_view kFolder = "C:\\Vorn Tandril\\MasterData";
+constexpr std::string_view folderPath = "C:\\Vorn Tandril\\MasterData";
 
 bool waitUntil(const std::function<bool()>& condition) {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(60);
@@ -49,7 +49,7 @@ class ShellTest : public ::testing::Test {
 
 TEST_F(ShellTest, StartsTheProgramInItsFolder) {
     program("data.exe", "#!/bin/sh\npwd > out.tmp\nmv out.tmp out.txt\n");
-    EXPECT_TRUE(shell.start(kFolder, "data.exe"));
+    EXPECT_TRUE(shell.start(folderPath, "data.exe"));
     ASSERT_TRUE(waitUntil([&] { return output("out.txt") != "(no file)"; }));
     EXPECT_EQ(output("out.txt"), home.pathOf("Vorn Tandril/MasterData") + "\n");
     EXPECT_TRUE(waitUntil(hasNoChildren));
@@ -57,7 +57,7 @@ TEST_F(ShellTest, StartsTheProgramInItsFolder) {
 
 TEST_F(ShellTest, DoesNotWaitForTheProgramAndLeavesNoZombie) {
     program("data.exe", "#!/bin/sh\nwhile [ ! -e go ]; do sleep 0.01; done\n");
-    EXPECT_TRUE(shell.start(kFolder, "data.exe"));
+    EXPECT_TRUE(shell.start(folderPath, "data.exe"));
     EXPECT_FALSE(hasNoChildren());
     home.write("Vorn Tandril/MasterData/go", "");
     EXPECT_TRUE(waitUntil(hasNoChildren));
@@ -67,7 +67,7 @@ TEST_F(ShellTest, TheProgramHasNoPartOfTheStandardStreams) {
     program("data.exe",
             "#!/bin/sh\nstreams=$(readlink /proc/$$/fd/0 /proc/$$/fd/1 /proc/$$/fd/2)\n"
             "echo \"$streams\" > out.tmp\nmv out.tmp out.txt\n");
-    EXPECT_TRUE(shell.start(kFolder, "data.exe"));
+    EXPECT_TRUE(shell.start(folderPath, "data.exe"));
     ASSERT_TRUE(waitUntil([&] { return output("out.txt") != "(no file)"; }));
     EXPECT_EQ(output("out.txt"), "/dev/null\n/dev/null\n/dev/null\n");
     EXPECT_TRUE(waitUntil(hasNoChildren));
@@ -80,7 +80,7 @@ TEST_F(ShellTest, WhatCannotBeStartedIsFalse) {
     home.makeFolder("Vorn Tandril/MasterData/folder.exe");
     for (const char* name :
          {"none.exe", "plain.exe", "other.exe", "lost.exe", "folder.exe", "", ".", ".."}) {
-        EXPECT_FALSE(shell.start(kFolder, name)) << name;
+        EXPECT_FALSE(shell.start(folderPath, name)) << name;
     }
     EXPECT_TRUE(hasNoChildren());
 }
@@ -89,10 +89,10 @@ TEST_F(ShellTest, OnlyAPlainNameIsStarted) {
     program("data.exe", "#!/bin/sh\n");
     for (const char* name : {"..\\MasterData\\data.exe", "../MasterData/data.exe", "./data.exe",
                              ".\\data.exe", "data.exe -x", "\"data.exe\""}) {
-        EXPECT_FALSE(shell.start(kFolder, name)) << name;
+        EXPECT_FALSE(shell.start(folderPath, name)) << name;
     }
     EXPECT_FALSE(shell.start("C:\\Vorn Tandril\\..\\Vorn Tandril\\MasterData", "data.exe"));
-    EXPECT_FALSE(shell.start(kFolder, std::string_view("data.exe\0x", 10)));
+    EXPECT_FALSE(shell.start(folderPath, std::string_view("data.exe\0x", 10)));
     EXPECT_TRUE(hasNoChildren());
 }
 

@@ -17,15 +17,15 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-constexpr std::string_view kStore = "C:\\Vorn Tandril\\Harbrook.xml";
-constexpr const char* kRealStore = "Vorn Tandril/Harbrook.xml";
+constexpr std::string_view storePath = "C:\\Vorn Tandril\\Harbrook.xml";
+constexpr const char* realStorePath = "Vorn Tandril/Harbrook.xml";
 
 class DriveFilesTest : public ::testing::Test {
   protected:
-    std::wstring realStore() const { return toWide(home.pathOf(kRealStore)); }
+    std::wstring realStore() const { return toWide(home.pathOf(realStorePath)); }
     std::string faultOfReplace() {
         try {
-            files.replace(kStore, "new", Durability::Durable);
+            files.replace(storePath, "new", Durability::Durable);
         } catch (const Fault& fault) {
             return fault.what();
         }
@@ -37,14 +37,14 @@ class DriveFilesTest : public ::testing::Test {
 };
 
 TEST_F(DriveFilesTest, ThePathsLieBelowTheRoot) {
-    home.write(kRealStore, "<harbrook/>");
-    EXPECT_EQ(files.read(kStore), "<harbrook/>");
+    home.write(realStorePath, "<harbrook/>");
+    EXPECT_EQ(files.read(storePath), "<harbrook/>");
     files.createFolder("C:\\Vorn Tandril\\MasterData");
     EXPECT_TRUE(home.exists("Vorn Tandril/MasterData"));
 }
 
 TEST_F(DriveFilesTest, PathsMatchInAnyCase) {
-    home.write(kRealStore, "<harbrook/>");
+    home.write(realStorePath, "<harbrook/>");
     EXPECT_EQ(files.read("c:\\VORN tandril\\harbrook.XML"), "<harbrook/>");
 }
 
@@ -69,29 +69,29 @@ TEST_F(DriveFilesTest, FaultsReadAsOnOtherSystems) {
 }
 
 TEST_F(DriveFilesTest, AWriteProtectedFileIsNotReplaced) {
-    home.write(kRealStore, "old");
+    home.write(realStorePath, "old");
     ::SetFileAttributesW(realStore().c_str(), FILE_ATTRIBUTE_READONLY);
     EXPECT_THAT(faultOfReplace(), HasSubstr("Permission denied"));
-    EXPECT_EQ(files.read(kStore), "old");
+    EXPECT_EQ(files.read(storePath), "old");
     EXPECT_THAT(home.names("Vorn Tandril"), ElementsAre("Harbrook.xml"));
     ::SetFileAttributesW(realStore().c_str(), FILE_ATTRIBUTE_NORMAL);
 }
 
 TEST_F(DriveFilesTest, AFileThatSomebodyHoldsOpenStaysAsItIs) {
-    home.write(kRealStore, "old");
+    home.write(realStorePath, "old");
     const HANDLE holder = ::CreateFileW(realStore().c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
                                         OPEN_EXISTING, 0, nullptr);
     ASSERT_NE(holder, INVALID_HANDLE_VALUE);
     EXPECT_NE(faultOfReplace(), "");
     ::CloseHandle(holder);
-    EXPECT_EQ(files.read(kStore), "old");
+    EXPECT_EQ(files.read(storePath), "old");
     EXPECT_THAT(home.names("Vorn Tandril"), ElementsAre("Harbrook.xml"));
     EXPECT_EQ(faultOfReplace(), "");
 }
 
 TEST_F(DriveFilesTest, ReplaceRemovesEverythingThatKilledProcessesLeft) {
-    home.write(kRealStore, "old");
-    for (int number = 1; number <= kTemporaryNames; ++number) {
+    home.write(realStorePath, "old");
+    for (int number = 1; number <= temporaryNames; ++number) {
         home.write("Vorn Tandril/" + temporaryName("Harbrook.xml", number), "half");
     }
     home.write("Vorn Tandril/" + temporaryName("Upload.xml", 1), "half");
@@ -102,13 +102,13 @@ TEST_F(DriveFilesTest, ReplaceRemovesEverythingThatKilledProcessesLeft) {
 
 TEST_F(DriveFilesTest, ReplaceLeavesWhatALiveProcessIsWriting) {
     const std::string name = temporaryName("Harbrook.xml", 1);
-    home.write(kRealStore, "old");
+    home.write(realStorePath, "old");
     const HANDLE writer =
         ::CreateFileW(toWide(home.pathOf("Vorn Tandril/" + name)).c_str(), GENERIC_WRITE | DELETE,
                       FILE_SHARE_READ, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
     ASSERT_NE(writer, INVALID_HANDLE_VALUE);
     EXPECT_EQ(faultOfReplace(), "");
-    EXPECT_EQ(files.read(kStore), "new");
+    EXPECT_EQ(files.read(storePath), "new");
     EXPECT_THAT(home.names("Vorn Tandril"), ElementsAre(name, "Harbrook.xml"));
     ::CloseHandle(writer);
     EXPECT_EQ(faultOfReplace(), "");
@@ -116,12 +116,12 @@ TEST_F(DriveFilesTest, ReplaceLeavesWhatALiveProcessIsWriting) {
 }
 
 TEST_F(DriveFilesTest, AFileIsReadWhileSomebodyAppendsToIt) {
-    home.write(kRealStore, "old");
+    home.write(realStorePath, "old");
     const HANDLE writer = ::CreateFileW(realStore().c_str(), FILE_APPEND_DATA,
                                         FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                         nullptr, OPEN_EXISTING, 0, nullptr);
     ASSERT_NE(writer, INVALID_HANDLE_VALUE);
-    EXPECT_EQ(files.read(kStore), "old");
+    EXPECT_EQ(files.read(storePath), "old");
     ::CloseHandle(writer);
 }
 
@@ -129,12 +129,12 @@ TEST_F(DriveFilesTest, AFileIsReadWhileSomebodyAppendsToIt) {
 TEST_F(DriveFilesTest, NamesAreTakenToTheLetter) {
     home.makeFolder("Vorn Tandril");
     EXPECT_FALSE(files.fileExists("C:\\Vorn Tandril\\NUL"));
-    home.write(kRealStore, "kept");
+    home.write(realStorePath, "kept");
     EXPECT_FALSE(files.fileExists("C:\\Vorn Tandril\\Harbrook.xml:stream"));
     EXPECT_THROW(files.replace("C:\\Vorn Tandril\\Harbrook.xml:stream", "x", Durability::Relaxed),
                  Fault);
     EXPECT_FALSE(files.fileExists("C:\\Vorn Tandril\\Harbrook.xml."));
-    EXPECT_EQ(files.read(kStore), "kept");
+    EXPECT_EQ(files.read(storePath), "kept");
     EXPECT_THAT(home.names("Vorn Tandril"), ElementsAre("Harbrook.xml"));
 }
 
@@ -148,9 +148,9 @@ TEST_F(DriveFilesTest, CharactersThatTheCodePageLacksBecomeQuestionMarks) {
 TEST_F(DriveFilesTest, ALargeFileComesBackWhole) {
     const std::string large(5'000'000, 'x');
     home.makeFolder("Vorn Tandril");
-    files.replace(kStore, large, Durability::Durable);
-    files.append(kStore, large);
-    EXPECT_TRUE(files.read(kStore) == large + large);
+    files.replace(storePath, large, Durability::Durable);
+    files.append(storePath, large);
+    EXPECT_TRUE(files.read(storePath) == large + large);
 }
 
 }  // namespace

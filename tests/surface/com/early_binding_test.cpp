@@ -155,7 +155,7 @@ Value number(std::int16_t value) {
     return value;
 }
 
-const char* const kRefusals =
+const char* const refusals =
     "<UploadReport><File><record ServiceOrder='A1' Type='Error' Text='no'/></File></UploadReport>";
 
 // In the order of the slots; what one changes, the next ones show.
@@ -173,7 +173,7 @@ std::vector<Row> rows(const std::string& orders) {
         ROW(GetDetails, text("1"), text("100201"), text(""), text(""), text(""), number(0)),
         ROW(CreateForm, text("1"), text(""), text("")),
         ROW(CreateXMLStringForUpdate),
-        ROW(DownloadErrors, text(kRefusals)),
+        ROW(DownloadErrors, text(refusals)),
         ROW(ShowErrorPool),
         ROW(ShowErrorList),
         ROW(ListCostLines, text("Material"), text("100201"), text("10")),

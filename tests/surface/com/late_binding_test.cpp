@@ -14,15 +14,15 @@ namespace {
 
 using Microsoft::WRL::ComPtr;
 
-constexpr WORD kCall = DISPATCH_METHOD;
-constexpr DISPID kGetDetails = 9;
-constexpr DISPID kDeleteNode = 16;
-constexpr DISPID kGetVariable = 20;
-constexpr DISPID kSetCurrentmdb = 19;
-constexpr DISPID kLocalXmlExists = 23;
-constexpr DISPID kSetMode = 26;
-constexpr DISPID kColumnHeadings = 46;
-constexpr DISPID kCompleteOrder = 57;
+constexpr WORD asMethod = DISPATCH_METHOD;
+constexpr DISPID getDetailsId = 9;
+constexpr DISPID deleteNodeId = 16;
+constexpr DISPID getVariableId = 20;
+constexpr DISPID setCurrentmdbId = 19;
+constexpr DISPID localXmlExistsId = 23;
+constexpr DISPID setModeId = 26;
+constexpr DISPID columnHeadingsId = 46;
+constexpr DISPID completeOrderId = 57;
 
 // A VARIANT of a test, cleared when destroyed.
 class Argument {
@@ -122,7 +122,7 @@ class LateBinding : public testing::Test {
     }
 
     // Calls with arguments in the order of the parameters; what it comes to stays in the members.
-    HRESULT call(DISPID id, std::vector<Argument> arguments, WORD kind = kCall) {
+    HRESULT call(DISPID id, std::vector<Argument> arguments, WORD kind = asMethod) {
         std::vector<VARIANT> reversed;
         for (auto argument = arguments.rbegin(); argument != arguments.rend(); ++argument) {
             reversed.push_back(*argument->get());
@@ -130,20 +130,20 @@ class LateBinding : public testing::Test {
         DISPPARAMS given{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
         return invoke(id, given, kind);
     }
-    HRESULT invoke(DISPID id, DISPPARAMS& given, WORD kind = kCall) {
+    HRESULT invoke(DISPID id, DISPPARAMS& given, WORD kind = asMethod) {
         ::VariantClear(result_.get());
         exception_ = {};
-        wrongArgument_ = kNone;
+        wrongArgument_ = noArgument;
         return client_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, kind, &given, result_.get(),
                                &exception_, &wrongArgument_);
     }
     std::string mode() {
-        EXPECT_EQ(call(kGetVariable, {"Mode"}), S_OK);
+        EXPECT_EQ(call(getVariableId, {"Mode"}), S_OK);
         return result_.shown();
     }
     // The mode that a call sets, or the error that it ends in.
     std::string modeSetBy(const Argument& argument) {
-        const HRESULT returned = call(kSetMode, {argument});
+        const HRESULT returned = call(setModeId, {argument});
         return returned == S_OK ? mode() : "error";
     }
     HRESULT idOf(std::wstring name, DISPID& id) {
@@ -156,14 +156,14 @@ class LateBinding : public testing::Test {
         return result_.shown().find('"' + number + '"') != std::string::npos;
     }
 
-    static constexpr UINT kNone = 99;
+    static constexpr UINT noArgument = 99;
 
     Apartment apartment_;
     Dll dll_;
     ComPtr<::_Client20> client_ = dll_.client();
     Argument result_;
     EXCEPINFO exception_{};
-    UINT wrongArgument_ = kNone;
+    UINT wrongArgument_ = noArgument;
 };
 
 TEST_F(LateBinding, NamesAreFoundInAnyCase) {
@@ -183,12 +183,12 @@ TEST_F(LateBinding, ParametersAreFoundByTheirNames) {
     std::array<DISPID, 3> ids{};
     ASSERT_EQ(client_->GetIDsOfNames(IID_NULL, names.data(), 3, LOCALE_USER_DEFAULT, ids.data()),
               S_OK);
-    EXPECT_THAT(ids, testing::ElementsAre(kGetDetails, 5, 0));
+    EXPECT_THAT(ids, testing::ElementsAre(getDetailsId, 5, 0));
 }
 
 TEST_F(LateBinding, NoOtherInterfaceIsCalled) {
     DISPPARAMS none{};
-    EXPECT_EQ(client_->Invoke(kLocalXmlExists, IID__Client20, LOCALE_USER_DEFAULT, kCall, &none,
+    EXPECT_EQ(client_->Invoke(localXmlExistsId, IID__Client20, LOCALE_USER_DEFAULT, asMethod, &none,
                               nullptr, nullptr, nullptr),
               DISP_E_UNKNOWNINTERFACE);
     std::wstring name = L"Initialize";
@@ -199,11 +199,11 @@ TEST_F(LateBinding, NoOtherInterfaceIsCalled) {
 }
 
 TEST_F(LateBinding, EachKindOfResultArrivesAsItself) {
-    EXPECT_EQ(call(kLocalXmlExists, {}), S_OK);
+    EXPECT_EQ(call(localXmlExistsId, {}), S_OK);
     EXPECT_EQ(result_.shown(), "11:true");
-    EXPECT_EQ(call(kGetVariable, {"Mode"}), S_OK);
+    EXPECT_EQ(call(getVariableId, {"Mode"}), S_OK);
     EXPECT_EQ(result_.shown(), "8:Online");
-    EXPECT_EQ(call(kCompleteOrder, {}), S_OK);
+    EXPECT_EQ(call(completeOrderId, {}), S_OK);
     EXPECT_EQ(result_.type(), VT_EMPTY);
     EXPECT_EQ(call(47, {"Harbrook"}), S_OK);
     EXPECT_THAT(result_.shown(), testing::StartsWith("8:<"));
@@ -211,14 +211,14 @@ TEST_F(LateBinding, EachKindOfResultArrivesAsItself) {
 
 // As VBScript calls, which does not know whether a name is a property.
 TEST_F(LateBinding, ACallMayBeTheReadingOfAProperty) {
-    EXPECT_EQ(call(kGetVariable, {"Mode"}, DISPATCH_METHOD | DISPATCH_PROPERTYGET), S_OK);
+    EXPECT_EQ(call(getVariableId, {"Mode"}, DISPATCH_METHOD | DISPATCH_PROPERTYGET), S_OK);
     EXPECT_EQ(result_.shown(), "8:Online");
 }
 
 TEST_F(LateBinding, NobodyNeedsToTakeTheResult) {
     Argument text = "Offline";
     DISPPARAMS given{text.get(), nullptr, 1, 0};
-    EXPECT_EQ(client_->Invoke(kSetMode, IID_NULL, LOCALE_USER_DEFAULT, kCall, &given, nullptr,
+    EXPECT_EQ(client_->Invoke(setModeId, IID_NULL, LOCALE_USER_DEFAULT, asMethod, &given, nullptr,
                               nullptr, nullptr),
               S_OK);
     EXPECT_EQ(mode(), "8:Offline");
@@ -241,14 +241,14 @@ TEST_F(LateBinding, AStringTakesWhatHasAText) {
 
 TEST_F(LateBinding, AStringTakesNothingElse) {
     for (const Argument& argument : {Argument::null(), Argument::leftOut(), Argument::object()}) {
-        EXPECT_TRUE(FAILED(call(kSetMode, {argument}))) << argument.type();
+        EXPECT_TRUE(FAILED(call(setModeId, {argument}))) << argument.type();
         EXPECT_EQ(mode(), "8:Online") << argument.type();
     }
 }
 
 TEST_F(LateBinding, ANumberTakesWhatIsOne) {
     const auto details = [this](const Argument& error) {
-        return call(kGetDetails, {1, 100201, "", "", "", error});
+        return call(getDetailsId, {1, 100201, "", "", "", error});
     };
     ASSERT_EQ(details(0), S_OK);
     const std::string expected = result_.shown();
@@ -266,7 +266,7 @@ TEST_F(LateBinding, AVariantTakesTextsAndNumbersAndNothing) {
     Argument number = "100202";
     const std::vector<Argument> orders{100201, Argument::variable(number), 100203.0, "100204"};
     for (const Argument& order : orders) {
-        ASSERT_EQ(call(kDeleteNode, {order, Argument(), Argument::null(), Argument::leftOut()}),
+        ASSERT_EQ(call(deleteNodeId, {order, Argument(), Argument::null(), Argument::leftOut()}),
                   S_OK)
             << order.type();
     }
@@ -274,7 +274,7 @@ TEST_F(LateBinding, AVariantTakesTextsAndNumbersAndNothing) {
         EXPECT_FALSE(hasOrder(gone)) << gone;
     }
     EXPECT_TRUE(hasOrder("100205"));
-    EXPECT_EQ(call(kDeleteNode, {"100205", Argument(), Argument(), Argument::object()}),
+    EXPECT_EQ(call(deleteNodeId, {"100205", Argument(), Argument(), Argument::object()}),
               DISP_E_EXCEPTION);
     EXPECT_EQ(exception_.scode, DISP_E_TYPEMISMATCH);
     EXPECT_TRUE(hasOrder("100205"));
@@ -282,17 +282,17 @@ TEST_F(LateBinding, AVariantTakesTextsAndNumbersAndNothing) {
 
 TEST_F(LateBinding, AVariableOfAScriptGetsWhatTheCallLeavesInIt) {
     Argument columns;
-    ASSERT_EQ(call(kColumnHeadings, {Argument::variable(columns), "ccsocservclabr"}), S_OK);
+    ASSERT_EQ(call(columnHeadingsId, {Argument::variable(columns), "ccsocservclabr"}), S_OK);
     EXPECT_EQ(columns.type(), VT_I2);
     EXPECT_NE(columns.shown(), "2:0");
     Argument file = 42;
-    ASSERT_EQ(call(kSetCurrentmdb, {Argument::variable(file)}), S_OK);
+    ASSERT_EQ(call(setCurrentmdbId, {Argument::variable(file)}), S_OK);
     EXPECT_EQ(file.shown(), "8:42");
 }
 
 TEST_F(LateBinding, AVariableWithATypeKeepsIt) {
     Argument expected;
-    ASSERT_EQ(call(kColumnHeadings, {Argument::variable(expected), "ccsocservclabr"}), S_OK);
+    ASSERT_EQ(call(columnHeadingsId, {Argument::variable(expected), "ccsocservclabr"}), S_OK);
     for (const VARTYPE type : {VT_I1, VT_UI1, VT_I2, VT_UI2, VT_I4, VT_UI4, VT_INT, VT_UINT, VT_R4,
                                VT_I8, VT_UI8, VT_R8, VT_CY, VT_BSTR}) {
         for (const bool isNested : {false, true}) {
@@ -300,7 +300,7 @@ TEST_F(LateBinding, AVariableWithATypeKeepsIt) {
             ASSERT_EQ(::VariantChangeType(columns.get(), columns.get(), 0, type), S_OK);
             Argument typed = Argument::typedVariable(columns);
             const Argument given = isNested ? Argument::variable(typed) : typed;
-            ASSERT_EQ(call(kColumnHeadings, {given, "ccsocservclabr"}), S_OK) << type;
+            ASSERT_EQ(call(columnHeadingsId, {given, "ccsocservclabr"}), S_OK) << type;
             ASSERT_EQ(columns.type(), type);
             ASSERT_EQ(::VariantChangeType(columns.get(), columns.get(), 0, VT_I2), S_OK);
             EXPECT_EQ(columns.shown(), expected.shown()) << type;
@@ -310,21 +310,21 @@ TEST_F(LateBinding, AVariableWithATypeKeepsIt) {
 
 TEST_F(LateBinding, AVariableThatCannotTakeAValueIsNamed) {
     Argument object = Argument::object();
-    EXPECT_EQ(call(kColumnHeadings, {Argument::typedVariable(object), "ccsocservclabr"}),
+    EXPECT_EQ(call(columnHeadingsId, {Argument::typedVariable(object), "ccsocservclabr"}),
               DISP_E_TYPEMISMATCH);
     EXPECT_EQ(wrongArgument_, 1U);  // counted from the last one
 }
 
 TEST_F(LateBinding, AValueMayStandWhereAVariableIsExpected) {
-    EXPECT_EQ(call(kColumnHeadings, {0, "ccsocservclabr"}), S_OK);
+    EXPECT_EQ(call(columnHeadingsId, {0, "ccsocservclabr"}), S_OK);
     EXPECT_THAT(result_.shown(), testing::StartsWith("8:<"));
-    EXPECT_EQ(call(kSetCurrentmdb, {"Parts"}), S_OK);
-    EXPECT_EQ(call(kGetVariable, {"Currentmdb"}), S_OK);
+    EXPECT_EQ(call(setCurrentmdbId, {"Parts"}), S_OK);
+    EXPECT_EQ(call(getVariableId, {"Currentmdb"}), S_OK);
     EXPECT_EQ(result_.shown(), "8:Parts");
 }
 
 TEST_F(LateBinding, WhatCannotStandWhereAVariableIsExpectedIsNamed) {
-    EXPECT_EQ(call(kColumnHeadings, {"many", "ccsocservclabr"}), DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(call(columnHeadingsId, {"many", "ccsocservclabr"}), DISP_E_TYPEMISMATCH);
     EXPECT_EQ(wrongArgument_, 1U);
 }
 
@@ -333,14 +333,14 @@ TEST_F(LateBinding, ArgumentsMayBeNamed) {
     std::array<VARIANT, 2> values{*Argument::variable(columns).get(), *section.get()};
     std::array<DISPID, 2> names{0, 1};
     DISPPARAMS given{values.data(), names.data(), 2, 2};
-    ASSERT_EQ(invoke(kColumnHeadings, given), S_OK);
+    ASSERT_EQ(invoke(columnHeadingsId, given), S_OK);
     EXPECT_EQ(columns.type(), VT_I2);
     EXPECT_THAT(result_.shown(), testing::StartsWith("8:<"));
 }
 
 TEST_F(LateBinding, TheNumberOfArgumentsIsTheMethods) {
-    EXPECT_EQ(call(kSetMode, {"Offline", "more"}), DISP_E_BADPARAMCOUNT);
-    EXPECT_TRUE(FAILED(call(kSetMode, {})));
+    EXPECT_EQ(call(setModeId, {"Offline", "more"}), DISP_E_BADPARAMCOUNT);
+    EXPECT_TRUE(FAILED(call(setModeId, {})));
     EXPECT_EQ(mode(), "8:Online");
 }
 
@@ -348,7 +348,7 @@ TEST_F(LateBinding, ThereAreNoOtherMembers) {
     for (const DISPID id : {DISPID{DISPID_VALUE}, DISPID{58}, DISPID{-1}}) {
         EXPECT_EQ(call(id, {}), DISP_E_MEMBERNOTFOUND) << id;
     }
-    EXPECT_EQ(call(kSetMode, {"x"}, DISPATCH_PROPERTYPUT), DISP_E_MEMBERNOTFOUND);
+    EXPECT_EQ(call(setModeId, {"x"}, DISPATCH_PROPERTYPUT), DISP_E_MEMBERNOTFOUND);
 }
 
 TEST_F(LateBinding, AFaultIsAnExceptionWithItsWords) {

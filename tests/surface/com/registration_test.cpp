@@ -18,17 +18,17 @@ namespace {
 using Microsoft::WRL::ComPtr;
 using platform::RegistryKey;
 
-constexpr HRESULT kDenied = static_cast<HRESULT>(0x80070005);
+constexpr HRESULT accessDenied = static_cast<HRESULT>(0x80070005);
 
 // The keys that belong to the component, as they are called in the registry.
-constexpr std::array kOwn = {
+constexpr std::array ownKeys = {
     L"CLSID\\{607D3E22-789F-47EE-A97F-FB2318BDD1C6}",
     L"TypeLib\\{09B08D0D-8D4A-4E43-8969-5491B163513B}",
     L"Interface\\{8FF55D9B-7301-41A5-85EA-6E3463EB1EDD}",
     L"Tandril.Client20",
     L"Tandril.Client20.1",
 };
-constexpr std::array<REGSAM, 2> kViews = {KEY_WOW64_64KEY, KEY_WOW64_32KEY};
+constexpr std::array<REGSAM, 2> bothViews = {KEY_WOW64_64KEY, KEY_WOW64_32KEY};
 
 struct Place {
     std::wstring path;
@@ -77,18 +77,18 @@ std::wstring classes(const wchar_t* key) {
 // Both views, as far as they differ.
 Content registered() {
     Content content;
-    for (const wchar_t* key : kOwn) {
-        for (const REGSAM view : kViews) collect({classes(key), view}, content);
+    for (const wchar_t* key : ownKeys) {
+        for (const REGSAM view : bothViews) collect({classes(key), view}, content);
     }
     return content;
 }
 
 void deleteAll() {
-    for (const REGSAM view : kViews) {
+    for (const REGSAM view : bothViews) {
         RegistryKey all;
         if (all.open(HKEY_LOCAL_MACHINE, L"SOFTWARE\\Classes", KEY_ALL_ACCESS | view) != 0)
             continue;
-        for (const wchar_t* key : kOwn) {
+        for (const wchar_t* key : ownKeys) {
             RegistryKey own;
             if (own.open(HKEY_LOCAL_MACHINE, classes(key), KEY_ALL_ACCESS | view) != 0) continue;
             ::RegDeleteTreeW(own.get(), nullptr);
@@ -188,14 +188,14 @@ TEST_F(RegistrationTest, IsTakenBackWhole) {
 TEST_F(RegistrationTest, LeavesTheSharedKeysToTheOtherBitness) {
     // As the other DLL leaves them when it is registered.
     RegistryKey other;
-    ASSERT_EQ(other.create(HKEY_LOCAL_MACHINE, classes(kOwn[0]), KEY_READ | KEY_WOW64_32KEY), 0);
+    ASSERT_EQ(other.create(HKEY_LOCAL_MACHINE, classes(ownKeys[0]), KEY_READ | KEY_WOW64_32KEY), 0);
     EXPECT_EQ(dll_.unregisterServer(), S_OK);
     CLSID id;
     EXPECT_EQ(::CLSIDFromProgID(L"Tandril.Client20", &id), S_OK);
     const Content left = registered();
-    EXPECT_FALSE(left.contains({classes(kOwn[0]), KEY_WOW64_64KEY}));
-    EXPECT_TRUE(left.contains({classes(kOwn[2]), KEY_WOW64_64KEY}));
-    EXPECT_TRUE(left.contains({classes(kOwn[2]), KEY_WOW64_32KEY}));
+    EXPECT_FALSE(left.contains({classes(ownKeys[0]), KEY_WOW64_64KEY}));
+    EXPECT_TRUE(left.contains({classes(ownKeys[2]), KEY_WOW64_64KEY}));
+    EXPECT_TRUE(left.contains({classes(ownKeys[2]), KEY_WOW64_32KEY}));
 }
 
 TEST_F(RegistrationTest, WithoutRightsToOneKeyNothingIsRegistered) {
@@ -203,7 +203,7 @@ TEST_F(RegistrationTest, WithoutRightsToOneKeyNothingIsRegistered) {
         deleteAll();
         const Protected denied(key);
         const Content before = registered();
-        EXPECT_EQ(dll_.registerServer(), kDenied) << testing::PrintToString(key.path);
+        EXPECT_EQ(dll_.registerServer(), accessDenied) << testing::PrintToString(key.path);
         EXPECT_EQ(registered(), before) << testing::PrintToString(key.path);
     }
 }
@@ -211,7 +211,7 @@ TEST_F(RegistrationTest, WithoutRightsToOneKeyNothingIsRegistered) {
 TEST_F(RegistrationTest, WithoutRightsToOneKeyNothingIsUnregistered) {
     for (const Place& key : writtenKeys()) {
         const Protected denied(key);
-        EXPECT_EQ(dll_.unregisterServer(), kDenied) << testing::PrintToString(key.path);
+        EXPECT_EQ(dll_.unregisterServer(), accessDenied) << testing::PrintToString(key.path);
         EXPECT_EQ(registered(), all_) << testing::PrintToString(key.path);
     }
     EXPECT_EQ(dll_.unregisterServer(), S_OK);
@@ -219,7 +219,7 @@ TEST_F(RegistrationTest, WithoutRightsToOneKeyNothingIsUnregistered) {
 
 TEST_F(RegistrationTest, ARefusalLeavesAnotherInstallationAsItWas) {
     RegistryKey server;
-    const std::wstring path = classes(kOwn[0]) + L"\\InprocServer32";
+    const std::wstring path = classes(ownKeys[0]) + L"\\InprocServer32";
     ASSERT_EQ(server.create(HKEY_LOCAL_MACHINE, path, KEY_ALL_ACCESS), 0);
     const std::wstring elsewhere = L"D:\\Older\\Client20.dll";
     ASSERT_EQ(::RegSetValueExW(server.get(), L"", 0, REG_SZ,
@@ -227,8 +227,8 @@ TEST_F(RegistrationTest, ARefusalLeavesAnotherInstallationAsItWas) {
                                static_cast<DWORD>((elsewhere.size() + 1) * sizeof(wchar_t))),
               0);
     const Content before = registered();
-    const Protected denied({classes(kOwn[4]), KEY_WOW64_64KEY});
-    EXPECT_EQ(dll_.registerServer(), kDenied);
+    const Protected denied({classes(ownKeys[4]), KEY_WOW64_64KEY});
+    EXPECT_EQ(dll_.registerServer(), accessDenied);
     EXPECT_EQ(registered(), before);
 }
 

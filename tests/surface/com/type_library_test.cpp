@@ -13,7 +13,7 @@ namespace {
 
 using Microsoft::WRL::ComPtr;
 
-constexpr int kSlotsBefore = 7;  // those of IDispatch
+constexpr int slotsBefore = 7;  // those of IDispatch
 
 std::string textOf(BSTR text) {
     const std::string utf8 = platform::toUtf8({text, ::SysStringLen(text)});
@@ -37,15 +37,15 @@ std::string kindOf(const TYPEDESC& type) {
     }
 }
 
-constexpr USHORT kIn = PARAMFLAG_FIN;
-constexpr USHORT kInOut = PARAMFLAG_FIN | PARAMFLAG_FOUT;
-constexpr USHORT kResult = PARAMFLAG_FOUT | PARAMFLAG_FRETVAL;
+constexpr USHORT inFlag = PARAMFLAG_FIN;
+constexpr USHORT inOutFlags = PARAMFLAG_FIN | PARAMFLAG_FOUT;
+constexpr USHORT resultFlags = PARAMFLAG_FOUT | PARAMFLAG_FRETVAL;
 
 std::string parameter(const std::string& name, const ELEMDESC& description) {
     const bool isPointer = description.tdesc.vt == VT_PTR;
     const USHORT flags = description.paramdesc.wParamFlags;
-    if (flags == kIn && !isPointer) return name + ": " + kindOf(description.tdesc);
-    if (flags == kInOut && isPointer) {
+    if (flags == inFlag && !isPointer) return name + ": " + kindOf(description.tdesc);
+    if (flags == inOutFlags && isPointer) {
         return name + ": " + kindOf(*description.tdesc.lptdesc) + " by reference";
     }
     return "?" + name;
@@ -77,8 +77,8 @@ class TypeLibraryTest : public testing::Test {
         const ComPtr<ITypeInfo> dispatch = typeOf(IID__Client20);
         HREFTYPE reference = 0;
         ComPtr<ITypeInfo> info;
-        constexpr UINT kOtherHalf = static_cast<UINT>(-1);
-        EXPECT_EQ(dispatch->GetRefTypeOfImplType(kOtherHalf, &reference), S_OK);
+        constexpr UINT otherHalf = static_cast<UINT>(-1);
+        EXPECT_EQ(dispatch->GetRefTypeOfImplType(otherHalf, &reference), S_OK);
         EXPECT_EQ(dispatch->GetRefTypeInfo(reference, &info), S_OK);
         return info;
     }
@@ -95,7 +95,8 @@ class TypeLibraryTest : public testing::Test {
         }
         for (UINT i = static_cast<UINT>(last) + 1; i < count; ++i) ::SysFreeString(names[i]);
         const ELEMDESC& result = function.lprgelemdescParam[last];
-        if (result.paramdesc.wParamFlags != kResult || result.tdesc.vt != VT_PTR) return "?" + text;
+        if (result.paramdesc.wParamFlags != resultFlags || result.tdesc.vt != VT_PTR)
+            return "?" + text;
         return text + ") -> " + kindOf(*result.tdesc.lptdesc) + '\n';
     }
 
@@ -109,7 +110,7 @@ TEST_F(TypeLibraryTest, SaysWhatTheMethodTableSays) {
         FUNCDESC* function = nullptr;
         ASSERT_EQ(info->GetFuncDesc(i, &function), S_OK);
         table += describe(*info.Get(), *function);
-        EXPECT_EQ(static_cast<std::size_t>(function->oVft) / sizeof(void*), kSlotsBefore + i);
+        EXPECT_EQ(static_cast<std::size_t>(function->oVft) / sizeof(void*), slotsBefore + i);
         EXPECT_EQ(function->invkind, INVOKE_FUNC);
         EXPECT_EQ(function->elemdescFunc.tdesc.vt, VT_HRESULT);
         info->ReleaseFuncDesc(function);
@@ -122,18 +123,18 @@ TEST_F(TypeLibraryTest, TheInterfaceIsDualHiddenAndNotExtensible) {
     TYPEATTR* attributes = nullptr;
     ASSERT_EQ(dispatch->GetTypeAttr(&attributes), S_OK);
     EXPECT_EQ(attributes->typekind, TKIND_DISPATCH);
-    constexpr WORD kExpected = TYPEFLAG_FDUAL | TYPEFLAG_FHIDDEN | TYPEFLAG_FNONEXTENSIBLE;
-    EXPECT_EQ(attributes->wTypeFlags & kExpected, kExpected);
+    constexpr WORD expectedFlags = TYPEFLAG_FDUAL | TYPEFLAG_FHIDDEN | TYPEFLAG_FNONEXTENSIBLE;
+    EXPECT_EQ(attributes->wTypeFlags & expectedFlags, expectedFlags);
     dispatch->ReleaseTypeAttr(attributes);
 
     const ComPtr<ITypeInfo> early = interfaceType();
     ASSERT_EQ(early->GetTypeAttr(&attributes), S_OK);
     EXPECT_EQ(attributes->typekind, TKIND_INTERFACE);
     // Of the two halves only this one can tell.
-    constexpr WORD kEarly = kExpected | TYPEFLAG_FOLEAUTOMATION;
-    EXPECT_EQ(attributes->wTypeFlags & kEarly, kEarly);
+    constexpr WORD earlyFlags = expectedFlags | TYPEFLAG_FOLEAUTOMATION;
+    EXPECT_EQ(attributes->wTypeFlags & earlyFlags, earlyFlags);
     EXPECT_EQ(attributes->cFuncs, methods().size());
-    EXPECT_EQ(attributes->cbSizeVft / sizeof(void*), kSlotsBefore + methods().size());
+    EXPECT_EQ(attributes->cbSizeVft / sizeof(void*), slotsBefore + methods().size());
     early->ReleaseTypeAttr(attributes);
 }
 
