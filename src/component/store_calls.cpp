@@ -72,12 +72,9 @@ std::string logMerge(Call& call, const store::MergeResult& result, const std::st
     return error;
 }
 
-std::string mergeDownload(Call& call, std::optional<xml::Document> downloaded,
-                          const std::string& xml) {
+std::string mergeDownload(Call& call, const xml::CheckedText& downloaded, const std::string& xml) {
     const store::MergeResult result =
-        store::merge(*call.store(), *downloaded, *recordCheckFor(call));
-    // Its memory goes to the copies of what the purge takes out.
-    downloaded.reset();
+        store::merge(*call.store(), downloaded, *recordCheckFor(call));
     if (std::string error = logMerge(call, result, xml); !error.empty()) {
         return error;
     }
@@ -114,18 +111,17 @@ std::string download(Call& call, const std::string& xml) {
     if (!isInitialised(call)) {
         return call.fail("SLBEU0264", received);
     }
-    if (!call.files().fileExists(paths::store)) {
-        return xml::rootName(xml) == store::rootName ? storeFirstDownload(call, xml)
-                                                     : call.fail("SLBEU0265", received);
-    }
-    std::optional<xml::Document> downloaded = xml::Document::parse(xml);
-    if (!downloaded || !xml::isNamed(downloaded->root(), store::rootName)) {
+    const std::optional<xml::CheckedText> downloaded = xml::checked(xml);
+    if (!downloaded || downloaded->facts.root != store::rootName) {
         return call.fail("SLBEU0265", received);
+    }
+    if (!call.files().fileExists(paths::store)) {
+        return storeFirstDownload(call, xml);
     }
     if (const auto failure = call.failWithoutStore(received)) {
         return *failure;
     }
-    return mergeDownload(call, std::move(downloaded), xml);
+    return mergeDownload(call, *downloaded, xml);
 }
 
 std::string edit(Call& call, const std::string& xml) {

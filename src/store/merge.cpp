@@ -15,11 +15,18 @@ namespace {
 // Where an order record holds what the server says when it closes it.
 constexpr std::array<std::size_t, 2> closingFields{21, 22};
 
+// A list, since the members that are taken over leave their group during the walk.
+std::vector<xml::Node> membersOf(xml::Node group) {
+    const xml::Elements members(group);
+    return {members.begin(), members.end()};
+}
+
 class Merge {
   public:
-    Merge(OrderStore& store, const xml::Document& downloaded, RecordCheck& check)
+    // What is new moves over from a tree beside the store's.
+    Merge(OrderStore& store, const xml::CheckedText& downloaded, RecordCheck& check)
         : store_(store), check_(check) {
-        for (const Candidate& candidate : candidatesBelow(downloaded.root())) {
+        for (const Candidate& candidate : candidatesBelow(store.parseBeside(downloaded))) {
             downloaded_[static_cast<std::size_t>(candidate.section)].push_back(candidate.element);
         }
     }
@@ -62,7 +69,7 @@ void Merge::mergeOrders() {
         if (known && status == status::closed) {
             closeOrder(known, order);
         } else if (!known && status == status::open) {
-            check(OrderStore::keyOf(Section::Orders, order), store_.append(Section::Orders, order));
+            check(OrderStore::keyOf(Section::Orders, order), store_.take(Section::Orders, order));
             result_.tookOrders = true;
         }
     }
@@ -98,15 +105,15 @@ void Merge::mergeActivities() {
 bool Merge::mergeActivityGroup(xml::Node downloaded) {
     const xml::Node group = store_.activityGroup(xml::attribute(downloaded, groupOrderKey));
     if (!group) {
-        const xml::Node added = store_.append(Section::Activities, downloaded);
+        const xml::Node added = store_.take(Section::Activities, downloaded);
         checkMembers(Section::Activities, added);
         result_.tookActivities = true;
         return xml::hasElements(added);
     }
     bool hasNew = false;
-    for (const xml::Node activity : xml::elements(downloaded)) {
+    for (const xml::Node activity : membersOf(downloaded)) {
         if (!store_.member(group, activityKey, xml::attribute(activity, activityKey))) {
-            const xml::Node added = store_.appendTo(group, activity);
+            const xml::Node added = store_.takeInto(group, activity);
             check(OrderStore::keyOf(Section::Activities, group, added), added);
             hasNew = true;
         }
@@ -136,11 +143,11 @@ bool Merge::mergeCostGroup(Section section, xml::Node downloaded) {
     const xml::Node group = store_.costGroup(section, xml::attribute(downloaded, groupOrderKey),
                                              xml::attribute(downloaded, activityKey));
     if (!group) {
-        checkMembers(section, store_.append(section, downloaded));
+        checkMembers(section, store_.take(section, downloaded));
         return true;
     }
     bool took = false;
-    for (const xml::Node line : xml::elements(downloaded)) {
+    for (const xml::Node line : membersOf(downloaded)) {
         took = mergeLine(section, group, line) || took;
     }
     return took;
@@ -149,7 +156,7 @@ bool Merge::mergeCostGroup(Section section, xml::Node downloaded) {
 bool Merge::mergeLine(Section section, xml::Node group, xml::Node downloaded) {
     xml::Node line = store_.member(group, lineKey, xml::attribute(downloaded, lineKey));
     if (!line) {
-        line = store_.appendTo(group, downloaded);
+        line = store_.takeInto(group, downloaded);
     } else if (!overwriteTexts(line, downloaded)) {
         return false;
     }
@@ -186,7 +193,7 @@ void Merge::checkMembers(Section section, xml::Node group) {
 
 }  // namespace
 
-MergeResult merge(OrderStore& store, const xml::Document& downloaded, RecordCheck& check) {
+MergeResult merge(OrderStore& store, const xml::CheckedText& downloaded, RecordCheck& check) {
     return Merge(store, downloaded, check).run();
 }
 

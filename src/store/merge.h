@@ -37,6 +37,6 @@ struct MergeResult {
 // that are known and overwrite the texts of known cost lines; of everything else that is known it
 // changes nothing. New orders come in while they are open, activities and cost lines when their
 // order is known. Change states stay as they are. What the check finds keeps no record out.
-MergeResult merge(OrderStore& store, const xml::Document& downloaded, RecordCheck& check);
+MergeResult merge(OrderStore& store, const xml::CheckedText& downloaded, RecordCheck& check);
 
 }  // namespace tandril::store

@@ -182,12 +182,19 @@ std::string OrderStore::activityStatus(std::string_view order, std::string_view 
 }
 
 xml::Node OrderStore::append(Section section, xml::Node element) {
-    const xml::Node copy = xml::appendCopy(insertionParent(section), element);
-    if (isCandidate(section, copy)) {
-        addToIndex(section, copy);
+    return added(section, xml::appendCopy(insertionParent(section), element));
+}
+
+xml::Node OrderStore::take(Section section, xml::Node element) {
+    return added(section, xml::appendMoved(insertionParent(section), element));
+}
+
+xml::Node OrderStore::added(Section section, xml::Node candidate) {
+    if (isCandidate(section, candidate)) {
+        addToIndex(section, candidate);
     }
-    noteAddition(copy);
-    return copy;
+    noteAddition(candidate);
+    return candidate;
 }
 
 void OrderStore::noteAddition(xml::Node added) {
@@ -209,13 +216,20 @@ xml::Node OrderStore::appendGroup(Section section, std::string_view order,
 }
 
 xml::Node OrderStore::appendTo(xml::Node group, xml::Node member) {
-    const xml::Node copy = xml::appendCopy(group, member);
+    return addedTo(group, xml::appendCopy(group, member));
+}
+
+xml::Node OrderStore::takeInto(xml::Node group, xml::Node member) {
+    return addedTo(group, xml::appendMoved(group, member));
+}
+
+xml::Node OrderStore::addedTo(xml::Node group, xml::Node member) {
     const auto many = members_.find(group.hash_value());
     if (many != members_.end()) {
-        many->second.add(xml::attribute(copy, memberKey(group)), copy);
+        many->second.add(xml::attribute(member, memberKey(group)), member);
     }
-    noteAddition(copy);
-    return copy;
+    noteAddition(member);
+    return member;
 }
 
 xml::Node OrderStore::appendHourRegistration(xml::Node line) {

@@ -66,13 +66,21 @@ class OrderStore {
     std::string orderStatus(std::string_view order) const;
     std::string activityStatus(std::string_view order, std::string_view activity) const;
 
+    // Makes the tree of a text whose orders, groups and members can be taken over. Returns its
+    // document element.
+    xml::Node parseBeside(const xml::CheckedText& text) { return document_.parseBeside(text); }
+
     // Appends a deep copy of an order or a group to the section, which is created at the end of the
     // root when it is missing. Returns the copy.
     xml::Node append(Section section, xml::Node element);
+    // The same with an element that was parsed beside the document, which is moved.
+    xml::Node take(Section section, xml::Node element);
     // Appends a new group with these keys; "" leaves the activity out for the activities' section.
     xml::Node appendGroup(Section section, std::string_view order, std::string_view activity);
     // Appends a deep copy of an activity or a cost line to its group. Returns the copy.
     xml::Node appendTo(xml::Node group, xml::Node member);
+    // The same with a member that was parsed beside the document, which is moved.
+    xml::Node takeInto(xml::Node group, xml::Node member);
     // Appends a deep copy of a line to the first element named as the section of hour
     // registrations.
     xml::Node appendHourRegistration(xml::Node line);
@@ -110,6 +118,8 @@ class OrderStore {
 
     SectionIndex& index(Section section) const;
     void addToIndex(Section section, xml::Node candidate) const;
+    xml::Node added(Section section, xml::Node candidate);
+    xml::Node addedTo(xml::Node group, xml::Node member);
     void noteAddition(xml::Node added);
     xml::Node insertionParent(Section section);
     xml::Node createSection(Section section);

@@ -12,9 +12,14 @@ namespace {
 
 // The text that stands first in an element is kept in the element itself, which halves the nodes of
 // our documents.
-constexpr unsigned parseFlags = pugi::parse_cdata | pugi::parse_comments | pugi::parse_pi |
-                                pugi::parse_escapes | pugi::parse_eol |
-                                pugi::parse_wconv_attribute | pugi::parse_embed_pcdata;
+constexpr unsigned alwaysParsed = pugi::parse_cdata | pugi::parse_comments | pugi::parse_pi |
+                                  pugi::parse_escapes | pugi::parse_eol |
+                                  pugi::parse_wconv_attribute | pugi::parse_embed_pcdata;
+
+unsigned parseFlags(const Facts& facts) {
+    return alwaysParsed |
+           (facts.hasInnerMarkup ? pugi::parse_ws_pcdata : pugi::parse_ws_pcdata_single);
+}
 
 bool hasElementChild(Node node) {
     for (const Node child : node.children()) {
@@ -73,32 +78,50 @@ std::string quoted(std::string_view name, std::string_view value) {
 
 }  // namespace
 
-std::optional<Document> Document::build(std::string text) {
-    Facts facts;
-    if (checkWellFormed(text, facts)) {
-        return std::nullopt;
-    }
+std::optional<CheckedText> checked(std::string_view text) {
+    CheckedText result{withoutMark(text), {}};
+    return checkWellFormed(result.text, result.facts) ? std::nullopt : std::optional(result);
+}
+
+std::optional<Document> Document::build(std::string&& text, const Facts& facts) {
     Document document;
     document.version_ = facts.declaration.version;
     document.encodingName_ = facts.declaration.encoding;
     document.standalone_ = facts.declaration.standalone;
     document.parsed_ = std::make_unique<Parsed>();
     document.parsed_->text = std::move(text);
-    const unsigned blanks =
-        facts.hasInnerMarkup ? pugi::parse_ws_pcdata : pugi::parse_ws_pcdata_single;
     std::string& buffer = document.parsed_->text;
-    if (!document.parsed_->tree.load_buffer_inplace(buffer.data(), buffer.size(),
-                                                    parseFlags | blanks, pugi::encoding_utf8)) {
+    pugi::xml_document& tree = document.parsed_->tree;
+    if (!tree.load_buffer_inplace(buffer.data(), buffer.size(), parseFlags(facts),
+                                  pugi::encoding_utf8)) {
         return std::nullopt;
     }
+    document.parsed_->last = tree.last_child();
     if (facts.hasInnerMarkup) {
         dropBlankText(document.root());
     }
     return document;
 }
 
+Node Document::parseBeside(const CheckedText& text) {
+    pugi::xml_document& tree = parsed_->tree;
+    const Node before = tree.last_child();
+    tree.append_buffer(text.text.data(), text.text.size(), parseFlags(text.facts),
+                       pugi::encoding_utf8);
+    Node root = before.next_sibling();
+    while (root && root.type() != pugi::node_element) {
+        root = root.next_sibling();
+    }
+    if (text.facts.hasInnerMarkup) {
+        dropBlankText(root);
+    }
+    return root;
+}
+
 std::optional<Document> Document::parse(std::string_view text) {
-    std::optional<Document> document = build(std::string(withoutMark(text)));
+    const std::optional<CheckedText> found = checked(text);
+    std::optional<Document> document =
+        found ? build(std::string(found->text), found->facts) : std::nullopt;
     if (document) {
         document->writeAsDeclared();
     }
@@ -127,7 +150,9 @@ std::optional<Document> Document::decode(std::string bytes) {
     if (!decoded) {
         return std::nullopt;
     }
-    std::optional<Document> document = build(std::move(decoded->text));
+    const std::optional<CheckedText> found = checked(decoded->text);
+    std::optional<Document> document =
+        found ? build(std::move(decoded->text), found->facts) : std::nullopt;
     if (document) {
         document->encoding_ = decoded->encoding;
         document->hasMark_ = decoded->hadMark;
@@ -144,11 +169,19 @@ std::string Document::declaration(std::string_view encodingName) const {
            quoted("standalone", standalone_) + "?>";
 }
 
+std::vector<Node> Document::ownNodes() const {
+    std::vector<Node> nodes{parsed_->tree.first_child()};
+    while (nodes.back() != parsed_->last) {
+        nodes.push_back(nodes.back().next_sibling());
+    }
+    return nodes;
+}
+
 // Most documents are written about as long as they were read.
 std::string Document::serialised(std::string_view encodingName) const {
     std::string out = declaration(encodingName);
     out.reserve(parsed_->text.size() + parsed_->text.size() / 8);
-    for (const Node node : parsed_->tree.children()) {
+    for (const Node node : ownNodes()) {
         write(out, node);
     }
     return out;
@@ -167,7 +200,7 @@ std::string Document::bytes() const {
 void Document::writeUtf8(const platform::Content::Sink& sink) const {
     std::string piece(hasMark_ ? utf8Mark : "");
     piece += declaration(encodingName_);
-    for (const Node node : parsed_->tree.children()) {
+    for (const Node node : ownNodes()) {
         write(piece, node, [&](std::string& out) {
             sink(out);
             out.clear();
@@ -184,11 +217,6 @@ platform::Content Document::content() const {
             sink(encodeDocument(serialised(encodingName_), encoding_, hasMark_));
         }
     });
-}
-
-std::optional<std::string_view> rootName(std::string_view text) {
-    Facts facts;
-    return checkWellFormed(withoutMark(text), facts) ? std::nullopt : std::optional(facts.root);
 }
 
 std::optional<Document> load(const platform::FileSystem& files, std::string_view path) {

@@ -5,9 +5,11 @@
 #include <pugixml.hpp>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/file_system.h"
 #include "xml/encoding.h"
+#include "xml/well_formed.h"
 
 namespace tandril::xml {
 
@@ -15,12 +17,22 @@ namespace tandril::xml {
 // as long as its document.
 using Node = pugi::xml_node;
 
+// A text in UTF-8 that was found to be a well-formed document, so that its tree is made without
+// another look at it. A view of the text.
+struct CheckedText {
+    std::string_view text;  // without a byte-order mark
+    Facts facts;
+};
+
+// Nothing when the text is no such document (see checkWellFormed). Whatever encoding its
+// declaration names, it is read as UTF-8.
+std::optional<CheckedText> checked(std::string_view text);
+
 // An XML document as a tree. Blank text between elements is dropped when it is made; comments,
 // processing instructions, CDATA sections and the declaration survive a load and save.
 class Document {
   public:
-    // Makes the tree of a text in UTF-8, whatever encoding its declaration names; a byte-order mark
-    // is ignored. Returns nothing when the text is not well-formed (see checkWellFormed).
+    // Makes the tree of a text; nothing when it cannot be checked.
     static std::optional<Document> parse(std::string_view text);
 
     // Makes the tree of a document's bytes, decoded as decodeDocument does.
@@ -28,6 +40,11 @@ class Document {
 
     // The document element. Never null.
     Node root() const { return parsed_->tree.document_element(); }
+
+    // Makes the tree of another text, which lives as long as this document without being a part of
+    // it: its elements may be moved over (see appendMoved), which costs neither time nor memory.
+    // Returns its document element.
+    Node parseBeside(const CheckedText& text);
 
     // The whole document as text. Its declaration, if there is one, names no encoding.
     std::string text() const;
@@ -45,6 +62,7 @@ class Document {
     struct Parsed {
         std::string text;
         pugi::xml_document tree;
+        Node last;  // of the document's own nodes; behind it stands what was parsed beside it
     };
 
     std::unique_ptr<Parsed> parsed_;
@@ -55,16 +73,13 @@ class Document {
     Encoding encoding_ = Encoding::Utf8;
     bool hasMark_ = false;
 
-    static std::optional<Document> build(std::string text);
+    static std::optional<Document> build(std::string&& text, const Facts& facts);
+    std::vector<Node> ownNodes() const;
     void writeAsDeclared();
     std::string declaration(std::string_view encodingName) const;
     std::string serialised(std::string_view encodingName) const;
     void writeUtf8(const platform::Content::Sink& sink) const;
 };
-
-// The name of the document element of a text that Document::parse takes; nothing when it takes none
-// of it. Makes no tree.
-std::optional<std::string_view> rootName(std::string_view text);
 
 // The document in the file; nothing when there is no such file, or it is not a well-formed
 // document. Throws Fault when an existing file cannot be read.

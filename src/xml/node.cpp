@@ -134,6 +134,10 @@ Node appendCopy(Node parent, Node element) {
     return parent.append_copy(element);
 }
 
+Node appendMoved(Node parent, Node element) {
+    return parent.append_move(element);
+}
+
 std::string toText(Node element) {
     std::string out;
     write(out, element);

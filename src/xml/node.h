@@ -71,6 +71,8 @@ bool setAttribute(Node element, const char* name, std::string_view value);
 
 // Appends a deep copy of an element, of this or of another document, and returns it.
 Node appendCopy(Node parent, Node element);
+// Appends an element of this document's memory itself, which leaves its place. Returns it.
+Node appendMoved(Node parent, Node element);
 
 // The element as text, without added line breaks; an empty element is `<a/>`.
 std::string toText(Node element);

@@ -22,9 +22,9 @@ struct Merged {
 
 Merged merged(std::string_view before, std::string_view downloaded) {
     store::OrderStore store = storeOf(before);
-    const xml::Document document = test::document(element("harbrook", downloaded));
+    const std::string text = element("harbrook", downloaded);
     ScriptedCheck check;
-    MergeResult result = store::merge(store, document, check);
+    MergeResult result = store::merge(store, xml::checked(text).value(), check);
     return {std::move(result), sectionsOf(store), store.isChanged(), check.asked};
 }
 
@@ -203,14 +203,15 @@ TEST(Merge, ALineThatIsChangedTwiceIsCheckedEachTimeAsItThenStands) {
 TEST(Merge, TellsOfEachRecordWhatCouldNotBeLookedUpFirst) {
     using store::CheckFinding;
     store::OrderStore store = storeOf(orders(""));
-    const xml::Document document = test::document(
-        element("harbrook", orders(order("A1", "O", "15") + order("A2", "O", "15"))));
+    const std::string text =
+        element("harbrook", orders(order("A1", "O", "15") + order("A2", "O", "15")));
     ScriptedCheck check;
     check.findings = {{{CheckFinding::Kind::Failure, "a"},
                        {CheckFinding::Kind::LookUpFault, "b"},
                        {CheckFinding::Kind::Failure, "c"}},
                       {{CheckFinding::Kind::LookUpFault, "d"}}};
-    EXPECT_THAT(store::merge(store, document, check).findings, ElementsAre("b", "a", "c", "d"));
+    EXPECT_THAT(store::merge(store, xml::checked(text).value(), check).findings,
+                ElementsAre("b", "a", "c", "d"));
 }
 
 TEST(Merge, NeverTakesHourRegistrations) {

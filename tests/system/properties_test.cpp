@@ -48,7 +48,7 @@ TEST_P(EveryDay, ASecondMergeOfTheSameDocumentTakesNothing) {
     for (int i = 0; i < callsPerDay; ++i) {
         const std::string xml = day.day.download();
         store::OrderStore store = day.storeNow();
-        const xml::Document document = test::document(xml);
+        const xml::CheckedText document = xml::checked(xml).value();
         store::merge(store, document, check);
         const std::string merged = sectionsOf(store);
         EXPECT_FALSE(store::merge(store, document, check).tookAnything());

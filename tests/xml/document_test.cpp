@@ -47,10 +47,30 @@ TEST(Document, IgnoresAByteOrderMarkBeforeAText) {
     EXPECT_EQ(reparsed("\xEF\xBB\xBF<a/>"), "<a/>");
 }
 
-TEST(Document, NamesTheRootOfATextThatItTakes) {
-    EXPECT_EQ(rootName("<?xml version='1.0'?><a><b/></a>"), "a");
-    EXPECT_EQ(rootName("\xEF\xBB\xBF<a/>"), "a");
-    EXPECT_EQ(rootName("<a>"), std::nullopt);
+TEST(Document, ACheckedTextNamesItsRoot) {
+    EXPECT_EQ(checked("<?xml version='1.0'?><a><b/></a>").value().facts.root, "a");
+    EXPECT_EQ(checked("\xEF\xBB\xBF<a/>").value().facts.root, "a");
+    EXPECT_FALSE(checked("<a>"));
+}
+
+TEST(Document, WhatWasParsedBesideItIsNoPartOfIt) {
+    auto document = Document::parse("<!--a--><b><c/></b><!--d-->").value();
+    const Node other = document.parseBeside(
+        checked("<?xml version='1.0'?> <!--e--> <b> <f> <!--g--> <j/> </f> </b> <?h i?>").value());
+    EXPECT_EQ(toText(other), "<b><f><!--g--><j/></f></b>");
+    EXPECT_EQ(document.text(), "<!--a--><b><c/></b><!--d-->");
+    EXPECT_EQ(document.bytes(), "<!--a--><b><c/></b><!--d-->");
+}
+
+TEST(Document, ElementsMoveIntoItFromWhatWasParsedBesideIt) {
+    auto document = Document::parse("<a><b/></a>").value();
+    const Node other = document.parseBeside(checked("<x><c d='1'>e</c><f/></x>").value());
+    const Node again = document.parseBeside(checked("<y><g/></y>").value());
+    const Node moved = appendMoved(document.root(), child(other, "c"));
+    appendMoved(moved, child(again, "g"));
+    EXPECT_EQ(document.text(), "<a><b/><c d=\"1\">e<g/></c></a>");
+    EXPECT_EQ(toText(other), "<x><f/></x>");
+    EXPECT_EQ(toText(again), "<y/>");
 }
 
 TEST(Document, RefusesMalformedText) {
