@@ -1,7 +1,5 @@
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <string>
 
 #include "support/process.h"
@@ -10,8 +8,6 @@
 // How the program treats its standard streams.
 namespace tandril::test {
 namespace {
-
-using testing::IsEmpty;
 
 const std::string unknownCall = R"({"method":"NoSuchMethod","args":[]})";
 
@@ -46,29 +42,6 @@ TEST(BatchStreams, TakesALineOfManyMegabytes) {
                                         std::string(R"({"invalid":"unknown method: "})").size() +
                                         std::string("NoSuchMethod\n").size());
     EXPECT_TRUE(result.output.ends_with("\n{\"invalid\":\"unknown method: NoSuchMethod\"}\n"));
-}
-
-TEST(BatchStreams, EndsQuietlyWhenNobodyReadsItsAnswers) {
-    const TemporaryHome home;
-    Process batch(TANDRIL_PROGRAM, {"batch", "--home", home.path()});
-    batch.closeOutput();
-    batch.write(unknownCall + "\n");
-    EXPECT_EQ(batch.wait().signal, SIGPIPE);
-    EXPECT_THAT(batch.errors(), IsEmpty());
-}
-
-TEST(Streams, FullDiskIsReported) {
-    for (const char* command : {"methods", "batch"}) {
-        const TemporaryHome home;
-        std::vector<std::string> arguments{command};
-        if (arguments.front() == "batch") {
-            arguments.insert(arguments.end(), {"--home", home.path()});
-        }
-        const ProcessResult result =
-            runProcess(TANDRIL_PROGRAM, arguments, unknownCall + "\n", "/dev/full");
-        EXPECT_EQ(result.errors, "cannot write to the standard output\n") << command;
-        EXPECT_EQ(result.end.status, 1) << command;
-    }
 }
 
 }  // namespace

@@ -1,8 +1,9 @@
 #pragma once
 
-#include <sys/types.h>
-
+#include <chrono>
+#include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,11 +12,18 @@
 
 namespace tandril::test {
 
+// How long a program may take for a line or to end. A machine under load is slow, but not wrong.
+inline constexpr auto processPatience = std::chrono::seconds(60);
+
 // How a program ended.
 struct ProcessEnd {
     int status = -1;  // exit status; -1 when a signal ended the program
-    int signal = 0;   // that signal
+    int signal = 0;   // that signal; Windows has none
 };
+
+// How a program is told to end: from the keyboard, by the system that is going down, or without
+// being asked. On Windows the first two are Ctrl-Break, which a console can send to one program.
+enum class Stop { Interrupt, Terminate, Kill };
 
 struct ProcessResult {
     ProcessEnd end;
@@ -37,29 +45,33 @@ class Process {
     Process(const Process&) = delete;
     Process& operator=(const Process&) = delete;
 
-    pid_t id() const { return id_; }
+    // The number that the system knows it by.
+    std::int64_t id() const;
 
     void write(std::string_view text);
     void closeInput();
     // Stops listening to the standard output: the program writes into a closed pipe then.
     void closeOutput();
 
-    // The next line of the standard output, without its end. Throws when none comes in 10 seconds.
+    // The next line of the standard output, without its end. Throws when none comes in time.
     std::string readLine();
 
     // What came out on the standard error so far.
     std::string errors() const;
 
-    void send(int signal) const;
+    void tell(Stop how) const;
 
-    // Waits for the end. Throws when it does not come in 10 seconds.
+    // Waits for the end. Throws when it does not come in time.
     ProcessEnd wait();
 
   private:
+    struct State;
+
+    // Appends to the buffer what comes out next.
+    void receive(std::chrono::steady_clock::time_point deadline);
+
     TemporaryHome folder_;
-    pid_t id_ = -1;
-    int input_ = -1;
-    int output_ = -1;
+    std::unique_ptr<State> state_;
     std::string buffer_;
 };
 
