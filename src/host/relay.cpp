@@ -95,6 +95,8 @@ class Relay::Exchange {
         switch (end) {
             case platform::ExchangeEnd::Unreachable:
                 return "cannot be reached";
+            case platform::ExchangeEnd::Insecure:
+                return "makes no secure connection";
             case platform::ExchangeEnd::Untrusted:
                 return "has no valid certificate";
             default:

@@ -31,6 +31,7 @@ struct HttpAnswer {
 enum class ExchangeEnd {
     Answered,     // the whole answer has come
     Unreachable,  // there is no connection
+    Insecure,     // there is a connection, but the two agree on no way to make it a secure one
     Untrusted,    // the certificate is not that of the server, or nobody vouches for it
     BrokenOff,  // on the way: in error, by the receiver, by the server's silence, or by breakOff()
 };

@@ -8,6 +8,7 @@
 #include <string>
 #include <thread>
 
+#include "host/plain_socket.h"
 #include "host/running_host.h"
 #include "host/scripted_server.h"
 
@@ -118,6 +119,18 @@ TEST(Relay, ServerThatIsNotThere) {
     const RawResponse response = host.get("/enterprise/x");
     EXPECT_EQ(response.status(), 502);
     EXPECT_EQ(response.body, "the enterprise server cannot be reached\n");
+}
+
+TEST(Relay, ServerThatDoesNotSpeakHttps) {
+    const PlainSocket listener = PlainSocket::listening();
+    std::thread server([&listener] {
+        listener.accept().send("HTTP/1.1 400 Bad Request\r\nContent-Length: 0\r\n\r\n");
+    });
+    RunningHost host(relayingTo("https://127.0.0.1:" + std::to_string(listener.port())));
+    const RawResponse response = host.get("/enterprise/x");
+    server.join();
+    EXPECT_EQ(response.status(), 502);
+    EXPECT_EQ(response.body, "the enterprise server makes no secure connection\n");
 }
 
 TEST(Relay, RedirectIsNotFollowed) {

@@ -23,6 +23,8 @@ ExchangeEnd endOf(httplib::Error error) {
         case httplib::Error::Connection:
         case httplib::Error::ConnectionTimeout:
             return ExchangeEnd::Unreachable;
+        case httplib::Error::SSLConnection:
+            return ExchangeEnd::Insecure;
         case httplib::Error::SSLServerVerification:
             return ExchangeEnd::Untrusted;
         default:

@@ -28,6 +28,8 @@ ExchangeEnd endOf(DWORD error) {
         case ERROR_WINHTTP_INVALID_URL:
         case ERROR_WINHTTP_UNRECOGNIZED_SCHEME:
             return ExchangeEnd::Unreachable;
+        case ERROR_WINHTTP_SECURE_CHANNEL_ERROR:
+            return ExchangeEnd::Insecure;
         case ERROR_WINHTTP_SECURE_FAILURE:
             return ExchangeEnd::Untrusted;
         default:
