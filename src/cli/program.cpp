@@ -40,6 +40,8 @@ std::shared_ptr<Parser> describeProgram(const std::vector<std::unique_ptr<Comman
     auto parser = std::make_shared<Parser>("Offline field-service client", "tandril");
     parser->set_version_flag("--version", "tandril " TANDRIL_VERSION);
     parser->require_subcommand(1);
+    // A slash begins a path or a text, on Windows as elsewhere.
+    parser->allow_windows_style_options(false);
     for (const std::unique_ptr<Command>& command : commands) {
         command->define(*parser->add_subcommand(command->name(), command->summary()));
     }
