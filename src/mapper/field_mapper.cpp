@@ -1,6 +1,5 @@
 #include "mapper/field_mapper.h"
 
-#include <functional>
 #include <utility>
 
 namespace tandril::mapper {
@@ -40,49 +39,63 @@ bool holdsEntries(xml::Node element) {
 
 }  // namespace
 
-std::size_t FieldMapper::PathHash::operator()(const Path& path) const {
-    const std::hash<std::string_view> hash;
-    return hash(path.section) * 31 + hash(path.field);
-}
-
-FieldMapper::FieldMapper(xml::Document document) : document_(std::move(document)) {
-    const xml::Node root = document_.root();
-    for (xml::Node element = root; element; element = xml::nextElement(element, root)) {
-        index(element);
-    }
-    const auto texts = sections_.find(textSection);
-    if (texts == sections_.end()) {
-        return;
-    }
-    for (const xml::Node entry : xml::elements(texts->second)) {
-        if (carries(entry, textCode)) {
-            texts_.try_emplace(xml::attribute(entry, textCode), xml::attribute(entry, textValue));
-        }
-    }
-}
+FieldMapper::FieldMapper(xml::Document document) : document_(std::move(document)) {}
 
 FieldMapper FieldMapper::blank() {
     return FieldMapper(*xml::Document::parse("<blank/>"));
 }
 
-void FieldMapper::index(xml::Node element) {
-    sections_.try_emplace(element.name(), element);
-    if (holdsEntries(element)) {
-        valueLists_.try_emplace(element.name(), element);
+// All elements of the section's name, wherever they stand, hold fields of the section.
+const FieldMapper::Fields& FieldMapper::fieldsOf(std::string_view section) const {
+    const auto known = fields_.find(section);
+    if (known != fields_.end()) {
+        return known->second;
     }
-    const xml::Node parent = element.parent();
-    if (parent.type() != pugi::node_element) {
-        return;
+    Fields& fields = fields_[std::string(section)];
+    const xml::Node root = document_.root();
+    for (xml::Node element = root; element; element = xml::nextElement(element, root)) {
+        if (xml::isNamed(element.parent(), section)) {
+            const auto [place, isFirst] = fields.try_emplace(element.name());
+            if (isFirst) {
+                place->second = readProperties(element);
+            }
+        }
     }
-    const auto [place, isFirst] = fields_.try_emplace({parent.name(), element.name()});
-    if (isFirst) {
-        place->second = readProperties(element);
+    return fields;
+}
+
+const FieldMapper::Texts& FieldMapper::texts() const {
+    if (!texts_) {
+        texts_.emplace();
+        for (const xml::Node entry :
+             xml::elements(xml::firstElement(document_.root(), textSection))) {
+            if (carries(entry, textCode)) {
+                texts_->try_emplace(xml::attribute(entry, textCode),
+                                    xml::attribute(entry, textValue));
+            }
+        }
     }
+    return *texts_;
+}
+
+// The first element of the field's name that holds entries.
+xml::Node FieldMapper::valueListOf(std::string_view field) const {
+    const auto known = valueLists_.find(field);
+    if (known != valueLists_.end()) {
+        return known->second;
+    }
+    const xml::Node root = document_.root();
+    xml::Node element = root;
+    while (element && !(xml::isNamed(element, field) && holdsEntries(element))) {
+        element = xml::nextElement(element, root);
+    }
+    return valueLists_.emplace(field, element).first->second;
 }
 
 FieldProperties FieldMapper::properties(std::string_view section, std::string_view field) const {
-    const auto found = fields_.find({section, field});
-    if (found != fields_.end()) {
+    const Fields& fields = fieldsOf(section);
+    const auto found = fields.find(field);
+    if (found != fields.end()) {
         return found->second;
     }
     FieldProperties unknown;
@@ -93,39 +106,30 @@ FieldProperties FieldMapper::properties(std::string_view section, std::string_vi
 
 std::vector<std::string_view> FieldMapper::fieldNames(std::string_view section) const {
     std::vector<std::string_view> names;
-    const auto found = sections_.find(section);
-    if (found != sections_.end()) {
-        for (const xml::Node field : xml::elements(found->second)) {
-            names.emplace_back(field.name());
-        }
+    for (const xml::Node field : xml::elements(xml::firstElement(document_.root(), section))) {
+        names.emplace_back(field.name());
     }
     return names;
 }
 
 std::vector<FieldProperties> FieldMapper::listed(std::string_view section) const {
     std::vector<FieldProperties> fields;
-    const auto found = sections_.find(section);
-    if (found != sections_.end()) {
-        for (const xml::Node field : xml::elements(found->second)) {
-            fields.push_back(readProperties(field));
-        }
+    for (const xml::Node field : xml::elements(xml::firstElement(document_.root(), section))) {
+        fields.push_back(readProperties(field));
     }
     return fields;
 }
 
 std::optional<std::string_view> FieldMapper::text(std::string_view code) const {
-    const auto found = texts_.find(code);
-    return found == texts_.end() ? std::nullopt : std::optional(found->second);
+    const auto found = texts().find(code);
+    return found == texts().end() ? std::nullopt : std::optional(found->second);
 }
 
 std::optional<std::string_view> FieldMapper::codeText(std::string_view field,
                                                       std::string_view code) const {
-    const auto found = valueLists_.find(field);
-    if (found != valueLists_.end()) {
-        for (const xml::Node entry : xml::elements(found->second)) {
-            if (carries(entry, entryCode) && xml::attribute(entry, entryCode) == code) {
-                return xml::attribute(entry, entryValue);
-            }
+    for (const xml::Node entry : xml::elements(valueListOf(field))) {
+        if (carries(entry, entryCode) && xml::attribute(entry, entryCode) == code) {
+            return xml::attribute(entry, entryValue);
         }
     }
     return std::nullopt;
@@ -133,11 +137,7 @@ std::optional<std::string_view> FieldMapper::codeText(std::string_view field,
 
 std::vector<ValueListEntry> FieldMapper::valueList(std::string_view field) const {
     std::vector<ValueListEntry> entries;
-    const auto found = valueLists_.find(field);
-    if (found == valueLists_.end()) {
-        return entries;
-    }
-    for (const xml::Node entry : xml::elements(found->second)) {
+    for (const xml::Node entry : xml::elements(valueListOf(field))) {
         if (carries(entry, entryCode)) {
             entries.push_back(
                 {xml::attribute(entry, entryCode), xml::attribute(entry, entryValue)});

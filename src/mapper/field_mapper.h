@@ -1,6 +1,7 @@
 #pragma once
 
-#include <cstddef>
+#include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -34,9 +35,10 @@ struct ValueListEntry {
 };
 
 // The document that tells every list and form which fields there are, how they are labelled and how
-// they behave, and that holds the message texts. Everything is looked up through an index that is
-// built when the object is made; where the document says something twice, the first in document
-// order counts. Returned views live as long as the object.
+// they behave, and that holds the message texts. Where the document says something twice, the first
+// in document order counts. What is asked for often is found through indexes, each of which is
+// built at the first question: a call asks about one section or two out of many. Returned views
+// live as long as the object.
 class FieldMapper {
   public:
     explicit FieldMapper(xml::Document document);
@@ -66,22 +68,20 @@ class FieldMapper {
     std::string toText() const { return document_.text(); }
 
   private:
-    struct Path {
-        std::string_view section;
-        std::string_view field;
-        bool operator==(const Path&) const = default;
-    };
-    struct PathHash {
-        std::size_t operator()(const Path& path) const;
-    };
+    using Fields = std::unordered_map<std::string_view, FieldProperties>;
+    using Texts = std::unordered_map<std::string_view, std::string_view>;
+    // By a name that was asked for.
+    template <class Found>
+    using Asked = std::map<std::string, Found, std::less<>>;
 
-    void index(xml::Node element);
+    const Fields& fieldsOf(std::string_view section) const;
+    const Texts& texts() const;
+    xml::Node valueListOf(std::string_view field) const;
 
     xml::Document document_;
-    std::unordered_map<std::string_view, xml::Node> sections_;  // the first element of each name
-    std::unordered_map<std::string_view, xml::Node> valueLists_;
-    std::unordered_map<Path, FieldProperties, PathHash> fields_;
-    std::unordered_map<std::string_view, std::string_view> texts_;
+    mutable Asked<Fields> fields_;         // by section
+    mutable Asked<xml::Node> valueLists_;  // by field; null: there is none
+    mutable std::optional<Texts> texts_;
 };
 
 }  // namespace tandril::mapper
