@@ -41,17 +41,18 @@ ColumnHeader columnHeader(const FieldMapper& mapper, std::string_view section) {
     return header;
 }
 
-std::string listCell(const FieldMapper& mapper, std::string_view section, std::string_view field,
-                     std::string_view value, std::string_view form) {
-    const FieldProperties properties = mapper.properties(section, field);
+std::string listCell(const FieldMapper& mapper, std::string_view section, xml::Node field,
+                     std::string_view form) {
+    const FieldProperties properties = mapper.properties(section, field.name());
     if (!properties.isListColumn()) {
         return {};
     }
+    const std::string value = xml::text(field);
     if (properties.dataType == "e") {
-        return codeCell(mapper, field, value);
+        return codeCell(mapper, field.name(), value);
     }
     if (properties.hasHyperlink) {
-        return centred(hyperlink(field, value, form));
+        return centred(hyperlink(field.name(), value, form));
     }
     if (properties.dataType == "u" && !value.empty()) {
         return centred(monthDayYear(value) + " " + std::string(hourMinute(value)));

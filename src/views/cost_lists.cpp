@@ -67,7 +67,7 @@ class GroupRows {
         std::string rows = orderRow(order, columns_) + activityRow(order, activity);
         for (const xml::Node line : xml::elements(group)) {
             if (shows(lines, line)) {
-                rows += lineRow(order, activity, line);
+                appendLineRow(rows, order, activity, line);
             }
         }
         return rows;
@@ -80,12 +80,14 @@ class GroupRows {
                "</td></tr>";
     }
 
-    std::string lineRow(std::string_view order, std::string_view activity, xml::Node line) const {
+    void appendLineRow(std::string& html, std::string_view order, std::string_view activity,
+                       xml::Node line) const {
         const std::string_view number = xml::attribute(line, store::lineKey);
-        return "<tr class=tablerows><td>&nbsp;</td><td>&nbsp;</td>" +
-               html::cell("&nbsp;" +
-                          detailLink(order, {type_.kind, order, activity, number}, number)) +
-               fieldCells(mapper_, store::sectionName(type_.section), line, costForm) + "</tr>";
+        html += "<tr class=tablerows><td>&nbsp;</td><td>&nbsp;</td><td>&nbsp;";
+        html += detailLink(order, {type_.kind, order, activity, number}, number);
+        html += "</td>";
+        appendFieldCells(html, mapper_, store::sectionName(type_.section), line, costForm);
+        html += "</tr>";
     }
 
     const store::CostType& type_;
@@ -117,10 +119,11 @@ std::string hourRow(xml::Node group, xml::Node line, const mapper::FieldMapper& 
     const std::string_view number = xml::attribute(line, store::lineKey);
     const Reference reference{labourKind, xml::attribute(group, store::groupOrderKey),
                               xml::attribute(group, store::activityKey), number};
-    return "<tr class=tablerows><td align=center>&nbsp;" +
-           link(number, "showdetailsforhra", reference, number) + "</td><td align=center>" +
-           registrationStamp(line) + "</td>" +
-           fieldCells(mapper, store::sectionName(Section::Labour), line, hourForm) + "</tr>";
+    std::string html = "<tr class=tablerows><td align=center>&nbsp;" +
+                       link(number, "showdetailsforhra", reference, number) +
+                       "</td><td align=center>" + registrationStamp(line) + "</td>";
+    appendFieldCells(html, mapper, store::sectionName(Section::Labour), line, hourForm);
+    return html + "</tr>";
 }
 
 // No header row was built for this table, so that its one cell spans no column.

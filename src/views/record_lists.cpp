@@ -66,9 +66,8 @@ const Variant& variantOf(RecordList list) {
     return variants[static_cast<std::size_t>(list)];
 }
 
-std::string orderRows(const Variant& variant, const store::OrderStore& store,
-                      const mapper::FieldMapper& mapper) {
-    std::string rows;
+void appendOrderRows(std::string& html, const Variant& variant, const store::OrderStore& store,
+                     const mapper::FieldMapper& mapper) {
     for (const xml::Node record : xml::elements(store.section(Section::Orders))) {
         if (!xml::isNamed(record, store::orderElement) ||
             (!variant.groupStates.empty() &&
@@ -76,29 +75,30 @@ std::string orderRows(const Variant& variant, const store::OrderStore& store,
             continue;
         }
         const std::string_view order = xml::attribute(record, store::orderKey);
-        rows += "<tr class=tablerows><td>&nbsp;";
-        rows += detailLink(order, {orderKind, order, "", ""}, order);
-        rows += "</td>";
-        rows += fieldCells(mapper, store::sectionName(Section::Orders), record, contextWord);
-        rows += "</tr>";
+        html += "<tr class=tablerows><td>&nbsp;";
+        html += detailLink(order, {orderKind, order, "", ""}, order);
+        html += "</td>";
+        appendFieldCells(html, mapper, store::sectionName(Section::Orders), record, contextWord);
+        html += "</tr>";
     }
-    return rows;
 }
 
 // The id of the link is the order's number, which the page looks for.
-std::string activityRow(std::string_view order, xml::Node activity, std::string_view marker,
-                        const mapper::FieldMapper& mapper) {
+void appendActivityRow(std::string& html, std::string_view order, xml::Node activity,
+                       std::string_view marker, const mapper::FieldMapper& mapper) {
     const std::string_view number = xml::attribute(activity, store::activityKey);
-    return "<tr class=tablerows>" + html::cell(marker) +
-           html::cell("&nbsp;" + detailLink(order, {activityKind, order, number, ""}, number)) +
-           fieldCells(mapper, store::sectionName(Section::Activities), activity, contextWord) +
-           "</tr>";
+    html += "<tr class=tablerows><td>";
+    html += marker;
+    html += "</td><td>&nbsp;";
+    html += detailLink(order, {activityKind, order, number, ""}, number);
+    html += "</td>";
+    appendFieldCells(html, mapper, store::sectionName(Section::Activities), activity, contextWord);
+    html += "</tr>";
 }
 
-std::string activityRows(const Variant& variant, const store::OrderStore& store,
-                         const mapper::FieldMapper& mapper, int columns) {
+void appendActivityRows(std::string& html, const Variant& variant, const store::OrderStore& store,
+                        const mapper::FieldMapper& mapper, int columns) {
     const bool byStatus = !variant.orderStatus.empty();
-    std::string rows;
     for (const xml::Node group : xml::elements(store.section(Section::Activities))) {
         const std::string_view order = xml::attribute(group, store::groupOrderKey);
         const std::string status = byStatus ? store.orderStatus(order) : std::string();
@@ -107,19 +107,17 @@ std::string activityRows(const Variant& variant, const store::OrderStore& store,
             continue;
         }
         const bool isMarked = variant.marksClosed && status == store::status::closed;
-        rows += orderRow(order, columns);
+        html += orderRow(order, columns);
         for (const xml::Node activity : xml::elements(group)) {
             if (byStatus || isOneOf(store::stateOf(activity), variant.memberStates)) {
-                rows += activityRow(order, activity, isMarked ? " X " : "", mapper);
+                appendActivityRow(html, order, activity, isMarked ? " X " : "", mapper);
             }
         }
     }
-    return rows;
 }
 
-std::string framed(const Variant& variant, std::string_view title, std::string_view header,
-                   std::string_view rows) {
-    const Frame& frame = variant.frame;
+// What stands in front of the rows.
+std::string opening(const Frame& frame, std::string_view title, std::string_view header) {
     std::string html(frame.panel);
     html += html::panelTitle(html::PanelButtons::Close, title, "divList");
     html += html::panelRow;
@@ -136,9 +134,6 @@ std::string framed(const Variant& variant, std::string_view title, std::string_v
         html += html::firstFourColumns;
         html += html::lastThreeColumns;
     }
-    html += rows;
-    html += frame.closing;
-    html += html::panelRowClosing;
     return html;
 }
 
@@ -149,13 +144,20 @@ std::string recordList(RecordList list, const store::OrderStore& store,
     const Variant& variant = variantOf(list);
     const mapper::ColumnHeader header =
         mapper::columnHeader(mapper, store::sectionName(variant.section));
-    const std::string rows = variant.section == Section::Orders
-                                 ? orderRows(variant, store, mapper)
-                                 : activityRows(variant, store, mapper, header.columns);
-    if (rows.empty()) {
+    const Frame& frame = variant.frame;
+    std::string html = opening(frame, mapper.text(variant.title).value_or(""), header.html);
+    const std::size_t rows = html.size();
+    if (variant.section == Section::Orders) {
+        appendOrderRows(html, variant, store, mapper);
+    } else {
+        appendActivityRows(html, variant, store, mapper, header.columns);
+    }
+    if (html.size() == rows) {
         return {};
     }
-    return framed(variant, mapper.text(variant.title).value_or(""), header.html, rows);
+    html += frame.closing;
+    html += html::panelRowClosing;
+    return html;
 }
 
 std::string_view emptyMessage(RecordList list) {

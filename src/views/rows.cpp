@@ -37,13 +37,11 @@ std::string orderRow(std::string_view order, int columns) {
            detailLink(order, {orderKind, order, "", ""}, order) + "</td></tr>";
 }
 
-std::string fieldCells(const mapper::FieldMapper& mapper, std::string_view section,
-                       xml::Node record, std::string_view form) {
-    std::string html;
+void appendFieldCells(std::string& html, const mapper::FieldMapper& mapper,
+                      std::string_view section, xml::Node record, std::string_view form) {
     for (const xml::Node field : xml::elements(record)) {
-        html += mapper::listCell(mapper, section, field.name(), xml::text(field), form);
+        html += mapper::listCell(mapper, section, field, form);
     }
-    return html;
 }
 
 bool isOneOf(std::string_view state, std::span<const std::string_view> states) {

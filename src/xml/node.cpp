@@ -14,12 +14,12 @@ Node nextAmong(Node node) {
 
 // The node behind `node` in document order inside of `top`.
 Node nextNode(Node node, Node top) {
-    if (node.first_child()) {
-        return node.first_child();
+    if (const Node inner = node.first_child()) {
+        return inner;
     }
     while (node && node != top) {
-        if (node.next_sibling()) {
-            return node.next_sibling();
+        if (const Node next = node.next_sibling()) {
+            return next;
         }
         node = node.parent();
     }

@@ -66,7 +66,10 @@ TEST(ListCell, FollowsTheFieldsProperties) {
              {"Stamp", "2002", "<td align=center>&nbsp;//2002 </td>"},
              {"Stamp", "", "<td align=center>&nbsp;</td>"},
          }) {
-        EXPECT_EQ(listCell(mapper, "s", row.field, row.value, "order"), row.html) << row.field;
+        auto record = xml::Document::parse("<r/>").value();
+        const xml::Node field = record.root().append_child(std::string(row.field).c_str());
+        xml::setText(field, row.value);
+        EXPECT_EQ(listCell(mapper, "s", field, "order"), row.html) << row.field;
     }
 }
 
