@@ -76,6 +76,16 @@ inline std::size_t plainValueLength(std::string_view text, char quote) {
     });
 }
 
+// A run of bytes that are written as they are, in texts and in attribute values.
+inline std::size_t verbatimLength(std::string_view text) {
+    return runLength(text, [](std::uint64_t bytes) {
+        using eight_bytes::control;
+        using eight_bytes::equal;
+        return equal(bytes, '&') | equal(bytes, '<') | equal(bytes, '>') | equal(bytes, '"') |
+               control(bytes);
+    });
+}
+
 // A run of the letters A to Z in either case, which most names are made of.
 inline std::size_t lettersLength(std::string_view text) {
     return runLength(text, [](std::uint64_t bytes) {

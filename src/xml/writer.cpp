@@ -3,11 +3,13 @@
 #include <string_view>
 
 #include "platform/file_system.h"
+#include "xml/byte_runs.h"
 
 namespace tandril::xml {
 namespace {
 
-std::string_view textReference(char c) {
+// What stands for a character in a text; "" for one that stands for itself.
+constexpr std::string_view textReference(char c) {
     switch (c) {
         case '&':
             return "&amp;";
@@ -22,7 +24,7 @@ std::string_view textReference(char c) {
     }
 }
 
-std::string_view attributeReference(char c) {
+constexpr std::string_view valueReference(char c) {
     switch (c) {
         case '"':
             return "&quot;";
@@ -35,10 +37,10 @@ std::string_view attributeReference(char c) {
     }
 }
 
-template <class Reference>
-void escape(std::string& out, std::string_view value, Reference reference) {
+template <auto reference>
+void escape(std::string& out, std::string_view value) {
     std::size_t written = 0;
-    for (std::size_t i = 0; i < value.size(); ++i) {
+    for (std::size_t i = verbatimLength(value); i < value.size(); ++i) {
         const std::string_view replacement = reference(value[i]);
         if (!replacement.empty()) {
             out.append(value, written, i - written);
@@ -49,32 +51,38 @@ void escape(std::string& out, std::string_view value, Reference reference) {
     out.append(value, written);
 }
 
-void endTag(std::string& out, Node element) {
+void endTag(std::string& out, std::string_view name) {
     out += "</";
-    out += element.name();
+    out += name;
     out += '>';
+}
+
+void attributes(std::string& out, Node element) {
+    for (auto attribute = element.first_attribute(); attribute;
+         attribute = attribute.next_attribute()) {
+        out += ' ';
+        out += attribute.name();
+        out += "=\"";
+        escape<valueReference>(out, attribute.value());
+        out += '"';
+    }
 }
 
 // The whole element when no child node of it is written.
 void startTag(std::string& out, Node element, bool hasChildren) {
+    const std::string_view name = element.name();
+    const std::string_view leadingText = element.value();
     out += '<';
-    out += element.name();
-    for (const pugi::xml_attribute attribute : element.attributes()) {
-        out += ' ';
-        out += attribute.name();
-        out += "=\"";
-        escape(out, attribute.value(), attributeReference);
-        out += '"';
-    }
-    const char* const leadingText = element.value();
-    if (!hasChildren && *leadingText == '\0') {
+    out += name;
+    attributes(out, element);
+    if (!hasChildren && leadingText.empty()) {
         out += "/>";
         return;
     }
     out += '>';
-    escape(out, leadingText, textReference);
+    escape<textReference>(out, leadingText);
     if (!hasChildren) {
-        endTag(out, element);
+        endTag(out, name);
     }
 }
 
@@ -94,7 +102,7 @@ void open(std::string& out, Node node, bool hasChildren) {
             startTag(out, node, hasChildren);
             break;
         case pugi::node_pcdata:
-            escape(out, node.value(), textReference);
+            escape<textReference>(out, node.value());
             break;
         case pugi::node_cdata:
             out += "<![CDATA[";
@@ -138,7 +146,7 @@ void writeAll(std::string& out, Node node, IsLeftOut isLeftOut, Opened opened) {
         Node next;
         while (current != node && !(next = written(current.next_sibling(), isLeftOut))) {
             current = current.parent();
-            endTag(out, current);
+            endTag(out, current.name());
         }
         if (current == node) {
             return;

@@ -34,6 +34,16 @@ TEST(Document, WritesWhatAParserWouldChangeAsReferences) {
               "<a b=\"&#9;&#10;&#13;&quot;&lt;&amp;\">&#13;&lt;&amp;&gt;\"'</a>");
 }
 
+TEST(Document, WritesReferencesWhereverTheyStandInALongText) {
+    for (std::size_t before = 0; before < 20; ++before) {
+        const std::string plain(before, 'x');
+        const std::string text = plain + "&#13;" + plain + "\xC3\xA4&amp;>";
+        EXPECT_EQ(reparsed("<a b='" + text + "'>" + text + "</a>"),
+                  "<a b=\"" + plain + "&#13;" + plain + "\xC3\xA4&amp;&gt;\">" + plain + "&#13;" +
+                      plain + "\xC3\xA4&amp;&gt;</a>");
+    }
+}
+
 TEST(Document, ReadsLineEndsAndAttributeBlanksAsAParserMust) {
     EXPECT_EQ(reparsed("<a b='1\n2\t3\r\n4'>x\r\ny\rz</a>"), "<a b=\"1 2 3 4\">x\ny\nz</a>");
 }
