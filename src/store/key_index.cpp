@@ -1,5 +1,7 @@
 #include "store/key_index.h"
 
+#include <algorithm>
+#include <bit>
 #include <functional>
 #include <utility>
 
@@ -45,9 +47,16 @@ std::uint32_t KeyIndex::head(std::string_view key) const {
     return table_.empty() ? none : table_[slot(key, hashOf(key))];
 }
 
-void KeyIndex::grow() {
+void KeyIndex::reserve(std::size_t elements) {
+    entries_.reserve(elements);
+    if (const std::size_t size = std::bit_ceil(elements * 2); size > table_.size()) {
+        resizeTable(size);
+    }
+}
+
+void KeyIndex::resizeTable(std::size_t size) {
     std::vector<std::uint32_t> old = std::move(table_);
-    table_.assign(old.empty() ? smallestTable : old.size() * 2, none);
+    table_.assign(size, none);
     const std::size_t mask = table_.size() - 1;
     for (const std::uint32_t first : old) {
         if (first != none) {
@@ -62,7 +71,7 @@ void KeyIndex::grow() {
 
 void KeyIndex::add(std::string_view key, xml::Node node) {
     if (chains_ * 2 >= table_.size()) {
-        grow();
+        resizeTable(std::max(smallestTable, table_.size() * 2));
     }
     const std::uint32_t hash = hashOf(key);
     const std::size_t at = slot(key, hash);

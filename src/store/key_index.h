@@ -19,6 +19,8 @@ std::string joinedKey(std::initializer_list<std::string_view> parts);
 // apart from walking elements of the same key.
 class KeyIndex {
   public:
+    // Makes room for so many elements at once.
+    void reserve(std::size_t elements);
     void add(std::string_view key, xml::Node node);
 
     // The first element of that key; null when there is none.
@@ -50,7 +52,7 @@ class KeyIndex {
     std::size_t slot(std::string_view key, std::uint32_t hash) const;
     // The first entry of the key's chain, which may be without a node.
     std::uint32_t head(std::string_view key) const;
-    void grow();
+    void resizeTable(std::size_t size);
 
     // Few and large pieces of memory: an index of a large store is read in no order, and each piece
     // more that a look-up touches is one more wait for the memory.

@@ -24,9 +24,9 @@ std::vector<xml::Node> membersOf(xml::Node group) {
 class Merge {
   public:
     // What is new moves over from a tree beside the store's.
-    Merge(OrderStore& store, const xml::CheckedText& downloaded, RecordCheck& check)
+    Merge(OrderStore& store, xml::Node downloaded, RecordCheck& check)
         : store_(store), check_(check) {
-        for (const Candidate& candidate : candidatesBelow(store.parseBeside(downloaded))) {
+        for (const Candidate& candidate : candidatesBelow(downloaded)) {
             downloaded_[static_cast<std::size_t>(candidate.section)].push_back(candidate.element);
         }
     }
@@ -194,7 +194,10 @@ void Merge::checkMembers(Section section, xml::Node group) {
 }  // namespace
 
 MergeResult merge(OrderStore& store, const xml::CheckedText& downloaded, RecordCheck& check) {
-    return Merge(store, downloaded, check).run();
+    const xml::Node root = store.parseBeside(downloaded);
+    MergeResult result = Merge(store, root, check).run();
+    store.dropBeside(root);
+    return result;
 }
 
 }  // namespace tandril::store

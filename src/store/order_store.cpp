@@ -65,8 +65,14 @@ OrderStore::SectionIndex& OrderStore::index(Section section) const {
         isIndexed_ = true;
     }
     SectionIndex& index = indexes_[static_cast<std::size_t>(section)];
-    for (const xml::Node candidate : std::exchange(index.unindexed, {})) {
-        addToIndex(section, candidate);
+    if (const auto unindexed = std::exchange(index.unindexed, {}); !unindexed.empty()) {
+        index.byOrder.reserve(unindexed.size());
+        if (isCostSection(section)) {
+            index.byActivity.reserve(unindexed.size());
+        }
+        for (const xml::Node candidate : unindexed) {
+            addToIndex(section, candidate);
+        }
     }
     return index;
 }

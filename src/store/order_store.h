@@ -69,6 +69,8 @@ class OrderStore {
     // Makes the tree of a text whose orders, groups and members can be taken over. Returns its
     // document element.
     xml::Node parseBeside(const xml::CheckedText& text) { return document_.parseBeside(text); }
+    // Ends the use of what is left of that tree.
+    void dropBeside(xml::Node root) { document_.dropBeside(root); }
 
     // Appends a deep copy of an order or a group to the section, which is created at the end of the
     // root when it is missing. Returns the copy.

@@ -45,6 +45,8 @@ class Document {
     // it: its elements may be moved over (see appendMoved), which costs neither time nor memory.
     // Returns its document element.
     Node parseBeside(const CheckedText& text);
+    // Gives back the memory of what is left below the element of a tree that stands beside.
+    void dropBeside(Node element) { parsed_->tree.remove_child(element); }
 
     // The whole document as text. Its declaration, if there is one, names no encoding.
     std::string text() const;
