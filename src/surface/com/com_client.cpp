@@ -185,6 +185,8 @@ HRESULT ComClient::call(std::size_t slot, Result* result, Arguments... arguments
     ::SetErrorInfo(0, nullptr);
     if (result == nullptr || (isNowhere(arguments) || ...)) return E_POINTER;
     *result = Result{};
+    // While a message box is open the caller may let the object go.
+    const Microsoft::WRL::ComPtr<::_Client20> kept(this);
     return guarded([&] {
         std::array<Value, sizeof...(Arguments)> values{decode(arguments)...};
         const Value returned = Server::instance().call(methods()[slot - 1], client_, values);
@@ -231,6 +233,7 @@ STDMETHODIMP ComClient::GetTypeInfo(UINT index, LCID, ITypeInfo** info) {
 
 STDMETHODIMP ComClient::GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
     if (iid != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+    if (names == nullptr || ids == nullptr) return E_POINTER;
     return ::DispGetIDsOfNames(types_.ofInterface.Get(), names, count, ids);
 }
 
@@ -238,6 +241,10 @@ STDMETHODIMP ComClient::Invoke(DISPID id, REFIID iid, LCID, WORD flags, DISPPARA
                                VARIANT* result, EXCEPINFO* exception, UINT* wrongArgument) {
     if (iid != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
     if (arguments == nullptr) return E_POINTER;
+    constexpr WORD putting = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
+    if ((flags & putting) != 0) return DISP_E_MEMBERNOTFOUND;
+    // As below, by call().
+    const Microsoft::WRL::ComPtr<IUnknown> kept(static_cast<::_Client20*>(this));
     return guarded([&] {
         ScriptArguments fitted(id, *arguments, wrongArgument);
         const HRESULT returned =

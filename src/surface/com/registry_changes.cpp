@@ -36,6 +36,14 @@ RegistryChanges::~RegistryChanges() {
     std::for_each(steps_.rbegin(), steps_.rend(), [this](const Step& step) { takeBack(step); });
 }
 
+template <class Action>
+void RegistryChanges::make(Step step, const Action& action) {
+    steps_.push_back(std::move(step));
+    const LSTATUS status = action();
+    if (status != ERROR_SUCCESS) steps_.pop_back();
+    requireChange(status);
+}
+
 void RegistryChanges::set(const RegistryText& row) {
     // Windows makes missing parents without telling which.
     for (std::size_t end = row.path.find(L'\\'); end != std::wstring::npos;
@@ -53,9 +61,10 @@ void RegistryChanges::set(const RegistryText& row) {
         requireChange(found);
     }
     const auto size = static_cast<DWORD>((row.text.size() + 1) * sizeof(wchar_t));
-    requireChange(::RegSetValueExW(key.get(), row.name.c_str(), 0, REG_SZ,
-                                   reinterpret_cast<const BYTE*>(row.text.c_str()), size));
-    steps_.push_back(std::move(step));
+    make(std::move(step), [&] {
+        return ::RegSetValueExW(key.get(), row.name.c_str(), 0, REG_SZ,
+                                reinterpret_cast<const BYTE*>(row.text.c_str()), size);
+    });
 }
 
 void RegistryChanges::remove(const RegistryText& row) {
@@ -68,8 +77,7 @@ void RegistryChanges::remove(const RegistryText& row) {
     const LSTATUS found = query(key.get(), row.name, step.before->type, step.before->bytes);
     if (!isMissing(found)) {
         requireChange(found);
-        requireChange(::RegDeleteValueW(key.get(), row.name.c_str()));
-        steps_.push_back(std::move(step));
+        make(std::move(step), [&] { return ::RegDeleteValueW(key.get(), row.name.c_str()); });
     }
     std::wstring path = row.path;
     while (deleteIfEmpty(path, row.view)) {
@@ -84,8 +92,9 @@ void RegistryChanges::createKey(const std::wstring& path, REGSAM view) {
     // One that is there needs no right to create it.
     if (key.open(root_, path, KEY_QUERY_VALUE | view) == ERROR_SUCCESS) return;
     bool isNew = false;
-    requireChange(key.create(root_, path, KEY_QUERY_VALUE | view, &isNew));
-    if (isNew) steps_.push_back({Change::keyMade, view, path, {}, {}});
+    make({Change::keyMade, view, path, {}, {}},
+         [&] { return key.create(root_, path, KEY_QUERY_VALUE | view, &isNew); });
+    if (!isNew) steps_.pop_back();
 }
 
 bool RegistryChanges::deleteIfEmpty(const std::wstring& path, REGSAM view) {
@@ -100,8 +109,8 @@ bool RegistryChanges::deleteIfEmpty(const std::wstring& path, REGSAM view) {
         keys != 0 || values != 0) {
         return false;
     }
-    requireChange(::RegDeleteKeyExW(root_, path.c_str(), view, 0));
-    steps_.push_back({Change::keyDeleted, view, path, {}, {}});
+    make({Change::keyDeleted, view, path, {}, {}},
+         [&] { return ::RegDeleteKeyExW(root_, path.c_str(), view, 0); });
     return true;
 }
 

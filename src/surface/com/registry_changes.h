@@ -51,6 +51,10 @@ class RegistryChanges {
         std::optional<Data> before;  // of a value: what it held, if it was there
     };
 
+    // Makes the change, which says whether it could, and notes the step first: there might be no
+    // memory for it afterwards.
+    template <class Action>
+    void make(Step step, const Action& action);
     void createKey(const std::wstring& path, REGSAM view);
     bool deleteIfEmpty(const std::wstring& path, REGSAM view);
     void takeBack(const Step& step) const;

@@ -10,7 +10,7 @@ namespace {
 
 constexpr VARTYPE variableType = VT_BYREF | VT_VARIANT;
 
-// The types of the parameters that the description passes by reference.
+// The types of the parameters that are not variants.
 VARTYPE typeOf(const Parameter& parameter) {
     return parameter.kind == Kind::Int16 ? VT_I2 : VT_BSTR;
 }
@@ -51,6 +51,27 @@ bool canTake(const VARIANT& variable) {
     return type == VT_VARIANT || type == VT_BSTR || sizeOf(type) != 0;
 }
 
+// The page and its data know one way of writing numbers, whatever the user's locale.
+void change(VARIANT& target, VARIANT& value, VARTYPE type) {
+    if (value.vt == VT_ERROR && value.scode == DISP_E_PARAMNOTFOUND) {
+        throw ComError{DISP_E_PARAMNOTOPTIONAL};
+    }
+    requireSuccess(::VariantChangeTypeEx(&target, &value, LOCALE_INVARIANT, 0, type));
+}
+
+// No engine hands over what would bring the process down, but a program may by mistake.
+const DISPPARAMS& requireSound(const DISPPARAMS& given) {
+    const bool isSound = given.cNamedArgs <= given.cArgs &&
+                         (given.cArgs == 0 || given.rgvarg != nullptr) &&
+                         (given.cNamedArgs == 0 || given.rgdispidNamedArgs != nullptr);
+    if (!isSound) throw ComError{E_INVALIDARG};
+    return given;
+}
+
+void requireTarget(const VARIANT& argument) {
+    if ((argument.vt & VT_BYREF) != 0 && argument.byref == nullptr) throw ComError{E_INVALIDARG};
+}
+
 // Stores the value in the variable, which keeps its type unless it takes all of them.
 void store(VARIANT& value, const VARIANT& variable) {
     if (variable.vt == variableType) {
@@ -58,7 +79,7 @@ void store(VARIANT& value, const VARIANT& variable) {
         return;
     }
     const VARTYPE type = typeOfVariable(variable);
-    requireSuccess(::VariantChangeType(&value, &value, 0, type));
+    change(value, value, type);
     if (type == VT_BSTR) {
         std::swap(*variable.pbstrVal, value.bstrVal);
     } else {
@@ -74,7 +95,7 @@ const Method* methodOf(DISPID id) {
 }  // namespace
 
 ScriptArguments::ScriptArguments(DISPID id, const DISPPARAMS& given, UINT* wrongArgument)
-    : fitted_(given), arguments_(given.rgvarg, given.rgvarg + given.cArgs) {
+    : fitted_(requireSound(given)), arguments_(given.rgvarg, given.rgvarg + given.cArgs) {
     if (const Method* method = methodOf(id)) fit(*method, wrongArgument);
     fitted_.rgvarg = arguments_.data();
 }
@@ -91,20 +112,35 @@ std::size_t ScriptArguments::positionOf(std::size_t index) const {
 }
 
 void ScriptArguments::fit(const Method& method, UINT* wrongArgument) {
+    if (arguments_.size() != method.parameters.size()) throw ComError{DISP_E_BADPARAMCOUNT};
     for (std::size_t index = 0; index < arguments_.size(); ++index) {
-        VARIANT& argument = arguments_[index];
         const std::size_t position = positionOf(index);
+        if (position >= method.parameters.size()) continue;
         try {
-            if (position < method.parameters.size() && method.parameters[position].byReference) {
-                placeByReference(argument, typeOf(method.parameters[position]));
-            } else if (argument.vt == variableType) {
-                argument = *argument.pvarVal;
-            }
+            fit(method.parameters[position], arguments_[index]);
         } catch (const ComError&) {
             if (wrongArgument != nullptr) *wrongArgument = static_cast<UINT>(index);
             throw;
         }
     }
+}
+
+void ScriptArguments::fit(const Parameter& parameter, VARIANT& argument) {
+    requireTarget(argument);
+    if (argument.vt == variableType) requireTarget(*argument.pvarVal);
+    if (parameter.byReference) {
+        placeByReference(argument, typeOf(parameter));
+        return;
+    }
+    if (argument.vt == variableType) argument = *argument.pvarVal;
+    if (parameter.kind != Kind::Variant) placeValue(argument, typeOf(parameter));
+}
+
+ScriptArguments::Place& ScriptArguments::newPlace() {
+    Place& place = places_.emplace_back();
+    ::VariantInit(&place.value);
+    ::VariantInit(&place.variable);
+    return place;
 }
 
 void ScriptArguments::placeByReference(VARIANT& argument, VARTYPE type) {
@@ -113,14 +149,19 @@ void ScriptArguments::placeByReference(VARIANT& argument, VARTYPE type) {
     const bool isVariable = argument.vt == variableType;
     VARIANT* given = isVariable ? argument.pvarVal : &argument;
     const bool isTyped = (given->vt & VT_BYREF) != 0;
-    Place& place = places_.emplace_back();
-    ::VariantInit(&place.value);
-    ::VariantInit(&place.variable);
+    Place& place = newPlace();
     if (isVariable || isTyped) place.variable = isTyped ? *given : argument;
     if (isTyped && !canTake(place.variable)) throw ComError{DISP_E_TYPEMISMATCH};
-    requireSuccess(::VariantChangeType(&place.value, given, 0, type));
+    change(place.value, *given, type);
     argument.vt = static_cast<VARTYPE>(VT_BYREF | type);
     argument.byref = &place.value.bstrVal;  // where every type of value lies
+}
+
+void ScriptArguments::placeValue(VARIANT& argument, VARTYPE type) {
+    if (argument.vt == type) return;
+    Place& place = newPlace();
+    change(place.value, argument, type);
+    argument = place.value;
 }
 
 void ScriptArguments::writeBack() {

@@ -11,15 +11,17 @@
 
 namespace tandril::com {
 
-// The arguments of a call by name. A script passes its variables as references to variants, which
-// the type library does not fit to a parameter of another type: it would refuse them with a type
-// mismatch. Here they are taken apart, and what a by-reference parameter holds after the call goes
-// back into the script's variable, or into that of a language whose variables have types of their
-// own, such as the 32-bit integers of .NET.
+// The arguments of a call by name, each made to be of the type of its parameter. The type library
+// would do that as well, but a script passes its variables as references to variants, which it
+// refuses for parameters of another type; it writes numbers as the user's locale has them; and not
+// every system has it say which argument was wrong. What a by-reference parameter holds after the
+// call goes back into the script's variable, or into that of a language whose variables have types
+// of their own, such as the 32-bit integers of .NET.
 class ScriptArguments {
   public:
     // For a call of the method whose slot is `id`; those of any other id stay as they are. Throws
-    // ComError and sets `wrongArgument`, where it is given, when an argument does not fit.
+    // ComError when they are too many or too few, or one does not fit, which `wrongArgument`, where
+    // it is given, then tells.
     ScriptArguments(DISPID id, const DISPPARAMS& given, UINT* wrongArgument);
     ~ScriptArguments();
     ScriptArguments(const ScriptArguments&) = delete;
@@ -38,9 +40,12 @@ class ScriptArguments {
     };
 
     void fit(const Method& method, UINT* wrongArgument);
+    void fit(const Parameter& parameter, VARIANT& argument);
     // Of the argument at that index, in the order of the parameters.
     std::size_t positionOf(std::size_t index) const;
     void placeByReference(VARIANT& argument, VARTYPE type);
+    void placeValue(VARIANT& argument, VARTYPE type);
+    Place& newPlace();
 
     DISPPARAMS fitted_;
     std::vector<VARIANT> arguments_;  // what they hold is the caller's

@@ -8,6 +8,8 @@ Server& Server::instance() {
 }
 
 bool Server::tryUnload() {
+    // Without waiting for a call, which may last as long as a message box is open.
+    if (uses_ != 0) return false;
     const std::lock_guard turn(turn_);
     if (uses_ != 0) return false;
     state_.reset();

@@ -24,6 +24,11 @@ std::string textOf(BSTR text) {
     return text == nullptr ? "" : platform::toUtf8({text, ::SysStringLen(text)});
 }
 
+// Whether there is room for a value and whether it can be had are two things.
+void requireValue(HRESULT result) {
+    if (FAILED(result)) throw ComError{result == E_OUTOFMEMORY ? result : DISP_E_TYPEMISMATCH};
+}
+
 bool isNothing(const VARIANT& variant) {
     switch (variant.vt) {
         case VT_EMPTY:
@@ -48,18 +53,14 @@ Value decode(short number) {
 
 Value decode(const VARIANT& variant) {
     OwnedVariant plain;
-    if (FAILED(::VariantCopyInd(plain.get(), const_cast<VARIANT*>(&variant)))) {
-        throw ComError{DISP_E_TYPEMISMATCH};
-    }
+    requireValue(::VariantCopyInd(plain.get(), const_cast<VARIANT*>(&variant)));
     if (isNothing(*plain.get())) return Value();
     if (plain.get()->vt == VT_BOOL) {
         return std::string(plain.get()->boolVal != VARIANT_FALSE ? "true" : "false");
     }
     OwnedVariant text;
     // The page and its data know one way of writing numbers, whatever the user's locale.
-    if (FAILED(::VariantChangeTypeEx(text.get(), plain.get(), LOCALE_INVARIANT, 0, VT_BSTR))) {
-        throw ComError{DISP_E_TYPEMISMATCH};
-    }
+    requireValue(::VariantChangeTypeEx(text.get(), plain.get(), LOCALE_INVARIANT, 0, VT_BSTR));
     return textOf(text.get()->bstrVal);
 }
 

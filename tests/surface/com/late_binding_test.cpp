@@ -241,7 +241,10 @@ TEST_F(LateBinding, AStringTakesWhatHasAText) {
 
 TEST_F(LateBinding, AStringTakesNothingElse) {
     for (const Argument& argument : {Argument::null(), Argument::leftOut(), Argument::object()}) {
-        EXPECT_TRUE(FAILED(call(setModeId, {argument}))) << argument.type();
+        const HRESULT why =
+            argument.type() == VT_ERROR ? DISP_E_PARAMNOTOPTIONAL : DISP_E_TYPEMISMATCH;
+        EXPECT_EQ(call(setModeId, {argument}), why) << argument.type();
+        EXPECT_EQ(wrongArgument_, 0U) << argument.type();
         EXPECT_EQ(mode(), "8:Online") << argument.type();
     }
 }
@@ -257,9 +260,10 @@ TEST_F(LateBinding, ANumberTakesWhatIsOne) {
         EXPECT_EQ(details(zero), S_OK) << zero.type();
         EXPECT_EQ(result_.shown(), expected) << zero.type();
     }
-    // Windows also tells which argument it was; Wine does so only for references.
     EXPECT_EQ(details("zero"), DISP_E_TYPEMISMATCH);
+    EXPECT_EQ(wrongArgument_, 0U);  // counted from the last one
     EXPECT_EQ(details(70000), DISP_E_OVERFLOW);
+    EXPECT_EQ(wrongArgument_, 0U);
 }
 
 TEST_F(LateBinding, AVariantTakesTextsAndNumbersAndNothing) {
@@ -340,7 +344,36 @@ TEST_F(LateBinding, ArgumentsMayBeNamed) {
 
 TEST_F(LateBinding, TheNumberOfArgumentsIsTheMethods) {
     EXPECT_EQ(call(setModeId, {"Offline", "more"}), DISP_E_BADPARAMCOUNT);
-    EXPECT_TRUE(FAILED(call(setModeId, {})));
+    EXPECT_EQ(call(setModeId, {}), DISP_E_BADPARAMCOUNT);
+    EXPECT_EQ(mode(), "8:Online");
+}
+
+// What no engine does, but a program may by mistake, must not bring its process down.
+TEST_F(LateBinding, PlacesThatAreNowhereAreRefused) {
+    DISPPARAMS noArguments{nullptr, nullptr, 1, 0};
+    EXPECT_EQ(invoke(setModeId, noArguments), E_INVALIDARG);
+    Argument text = "Offline";
+    DISPPARAMS noNames{text.get(), nullptr, 1, 1};
+    EXPECT_EQ(invoke(setModeId, noNames), E_INVALIDARG);
+    DISPID name = 0;
+    DISPPARAMS moreNames{text.get(), &name, 1, 2};
+    EXPECT_EQ(invoke(setModeId, moreNames), E_INVALIDARG);
+    for (const VARTYPE type : {VT_VARIANT, VT_BSTR, VT_I2, VT_I4}) {
+        Argument nowhere;
+        nowhere.get()->vt = static_cast<VARTYPE>(VT_BYREF | type);
+        nowhere.get()->byref = nullptr;
+        Argument nested = Argument::variable(nowhere);
+        for (Argument* argument : {&nowhere, &nested}) {
+            DISPPARAMS one{argument->get(), nullptr, 1, 0};
+            EXPECT_EQ(invoke(setModeId, one), E_INVALIDARG) << type;
+            std::array<VARIANT, 2> two{*text.get(), *argument->get()};
+            DISPPARAMS byReference{two.data(), nullptr, 2, 0};
+            EXPECT_EQ(invoke(columnHeadingsId, byReference), E_INVALIDARG) << type;
+            EXPECT_EQ(wrongArgument_, 1U) << type;
+        }
+        nowhere.get()->vt = VT_EMPTY;
+    }
+    EXPECT_EQ(client_->GetIDsOfNames(IID_NULL, nullptr, 1, LOCALE_USER_DEFAULT, &name), E_POINTER);
     EXPECT_EQ(mode(), "8:Online");
 }
 

@@ -1,7 +1,12 @@
 // How long the DLL has to stay loaded, and what its objects can be asked for.
 #include <gmock/gmock.h>
 
+#include <future>
+#include <thread>
+
+#include "support/test_machine.h"
 #include "surface/com/dll.h"
+#include "surface/com/server.h"
 
 namespace tandril::test {
 namespace {
@@ -36,6 +41,30 @@ TEST_F(LifeTime, ALockKeepsTheDllLoaded) {
     EXPECT_EQ(dll.canUnloadNow(), S_FALSE);
     dll.factory()->LockServer(FALSE);
     EXPECT_EQ(dll.canUnloadNow(), S_OK);
+}
+
+// A call may last: one that has a message box open goes on until somebody answers.
+TEST(ServerUses, NobodyWaitsForACallToLearnThatTheDllIsInUse) {
+    static std::promise<void> begun, finished;
+    const Method lasting{1, "Lasting", {}, Kind::Variant, [](Client20&, std::span<Value>) {
+                             begun.set_value();
+                             finished.get_future().wait();
+                             return Value();
+                         }};
+    com::Server server;
+    server.addUse();
+    TestMachine machine;
+    Module module(machine.machine());
+    Client20 client(module);
+    std::thread caller([&] { server.call(lasting, client, {}); });
+    begun.get_future().wait();
+    auto asked = std::async(std::launch::async, [&] { return server.tryUnload(); });
+    EXPECT_EQ(asked.wait_for(std::chrono::seconds(60)), std::future_status::ready);
+    finished.set_value();
+    caller.join();
+    EXPECT_FALSE(asked.get());
+    server.removeUse();
+    EXPECT_TRUE(server.tryUnload());
 }
 
 TEST_F(LifeTime, EveryInterfaceIsOfOneObject) {
