@@ -16,6 +16,9 @@ import time
 
 import days
 
+sys.path.append(str(days.PROJECT / "packaging/windows"))
+from registry_rows import registry_rows
+
 CLASSES = r"Machine\Software\Classes"
 OTHER_CLASSES = CLASSES + r"\Wow6432Node"  # those that the other bitness sees
 CLASS = "{607D3E22-789F-47EE-A97F-FB2318BDD1C6}"
@@ -59,6 +62,19 @@ def expected_rows(dll):
         (rf"{library}\1.0\HELPDIR", "", dll.rpartition("\\")[0]),
     }
     return rows | interface_rows(CLASSES) | interface_rows(OTHER_CLASSES)
+
+
+def installed_rows(dll):
+    """What the installer writes for the DLL of 64 bits, and for the other one alike."""
+    places = {"[#x64]": dll, "[INSTALLDIR]x64": dll.rpartition("\\")[0]}
+    rows = set()
+    for component, key, name, value in registry_rows():
+        key = "Machine\\" + key.replace("SOFTWARE", "Software", 1)
+        if component == "x86":
+            key = key.replace(CLASSES + r"\Interface", OTHER_CLASSES + r"\Interface")
+        if key.startswith((CLASSES, OTHER_CLASSES)) and (component == "x64" or OTHER_CLASSES in key):
+            rows.add((key, name, places.get(value, value)))
+    return rows
 
 
 def escaped(text):
@@ -142,6 +158,8 @@ def main(prefix, dll, saver, scratch):
     path = windows_path(dll)
     rows = lines_of(expected_rows(path))
     before = machine.settled_registry()
+    cases.check("the installer registers the same",
+                difference(rows, lines_of(installed_rows(path))))
     cases.check("the settings of all programs are seen",
                 None if len(before) > 10000 else f"{len(before)} rows")
     values = {(key, line) for key, line in rows if line}
