@@ -7,7 +7,8 @@
 #include <stdexcept>
 
 #include "enterprise/nodes.h"
-#include "platform/linux/posix_file.h"
+#include "platform/home/host_file.h"
+#include "platform/utf8_path.h"
 
 namespace tandril::enterprise {
 namespace {
@@ -142,7 +143,7 @@ MemoryFile::MemoryFile(const std::optional<std::filesystem::path>& folder) {
 std::optional<Memory> MemoryFile::load() const {
     if (!file_ || !std::filesystem::exists(*file_)) return std::nullopt;
     try {
-        return Memory::parse(platform::readFile(file_->string(), file_->string()));
+        return Memory::parse(platform::readHostFile(platform::utf8FromPath(*file_)));
     } catch (const std::exception& failure) {
         throw std::runtime_error("Cannot read " + file_->string() + ": " + failure.what() +
                                  ". Move it away to start anew.");
@@ -152,7 +153,7 @@ std::optional<Memory> MemoryFile::load() const {
 void MemoryFile::save(const Memory& memory) const {
     if (!file_) return;
     const std::string text = memory.text();
-    platform::replaceFile(file_->string(), file_->string(), text, platform::Durability::Durable);
+    platform::replaceHostFile(platform::utf8FromPath(*file_), text, platform::Durability::Durable);
 }
 
 }  // namespace tandril::enterprise

@@ -13,6 +13,8 @@
 
 #include "enterprise/nodes.h"
 #include "enterprise/office.h"
+#include "platform/utf8_path.h"
+#include "support/temporary_home.h"
 
 namespace tandril::enterprise {
 
@@ -30,18 +32,11 @@ inline std::string sampleText(const std::string& name) {
 // A folder that is gone when the test is over.
 class TemporaryFolder {
   public:
-    TemporaryFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "office-XXXXXX").string();
-        path_ = mkdtemp(name.data());
-    }
-    ~TemporaryFolder() { std::filesystem::remove_all(path_); }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
     const std::filesystem::path& path() const { return path_; }
 
   private:
-    std::filesystem::path path_;
+    test::TemporaryHome folder_;
+    std::filesystem::path path_ = platform::pathFromUtf8(folder_.path());
 };
 
 // An office that starts from the sample orders, on the evening of 13 November 2026.
