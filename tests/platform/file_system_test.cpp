@@ -3,6 +3,8 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
+
 #include "platform/fault.h"
 #include "real_ports.h"
 #include "support/files_wrapper.h"
@@ -264,6 +266,31 @@ TYPED_TEST(FileSystemTest, PlainTextComesBack) {
     EXPECT_EQ(this->files().decodeAnsi(this->files().encodeAnsi(text)), text);
     EXPECT_EQ(this->files().encodeAnsi("a\tb"), "a\tb");
     EXPECT_EQ(this->files().decodeAnsi(""), "");
+}
+
+// Whoever reads the fault should not look for missing rights.
+TEST(RealFilesTest, AFolderIsNamedAsWhatItIs) {
+    RealFiles machine;
+    platform::FileSystem& files = machine.files;
+    files.createFolder("C:\\Vorn Tandril");
+    files.createFolder(storePath);
+    files.replace("C:\\Vorn Tandril\\file", "", Durability::Relaxed);
+    const std::function<void()> attempts[] = {
+        [&] { files.read(storePath); },
+        [&] { files.replace(storePath, "", Durability::Durable); },
+        [&] { files.append(storePath, ""); },
+        [&] { files.rename(storePath, "C:\\Vorn Tandril\\other"); },
+        [&] { files.rename("C:\\Vorn Tandril\\file", storePath); },
+    };
+    for (const auto& attempt : attempts) {
+        try {
+            attempt();
+            ADD_FAILURE() << "a folder is taken for a file";
+        } catch (const Fault& fault) {
+            EXPECT_THAT(fault.what(), ::testing::EndsWith(": Is a directory"));
+        }
+    }
+    EXPECT_TRUE(files.folderExists(storePath));
 }
 
 TEST(MemoryFilesTest, RecordsItsCalls) {

@@ -131,7 +131,7 @@ void DriveFiles::rename(std::string_view from, std::string_view to) {
     const std::wstring target = requirePath(task, to);
     if (folderOf(source) != folderOf(target)) throwSystemFault(task, from, ERROR_NOT_SAME_DEVICE);
     if (find(source) == Found::Folder || find(target) == Found::Folder) {
-        throwSystemFault(task, from, ERROR_ACCESS_DENIED);
+        throwSystemFault(task, from, directoryNotSupported);
     }
     renameFile(source, target, task, from);
 }

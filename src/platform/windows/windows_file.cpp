@@ -27,6 +27,15 @@ struct Attempt {
     [[noreturn]] void failWithLastError() const { fail(::GetLastError()); }
 };
 
+// Why the file there could not be opened. Of a folder Windows says what it says of missing rights.
+[[noreturn]] void failToOpen(const std::wstring& path, const Attempt& attempt) {
+    const DWORD error = ::GetLastError();
+    const DWORD attributes = ::GetFileAttributesW(path.c_str());
+    const bool isFolder =
+        attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    attempt.fail(isFolder ? directoryNotSupported : error);
+}
+
 constexpr DWORD largestPiece = 1U << 20U;
 
 // Returns 0, or the error that ended the writing.
@@ -144,8 +153,8 @@ class TemporaryFile {
 void requireReplaceable(const std::wstring& path, const Attempt& attempt) {
     const DWORD attributes = ::GetFileAttributesW(path.c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES) return;
-    constexpr DWORD protectedNames = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY;
-    if ((attributes & protectedNames) != 0) attempt.fail(ERROR_ACCESS_DENIED);
+    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) attempt.fail(directoryNotSupported);
+    if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) attempt.fail(ERROR_ACCESS_DENIED);
 }
 
 // A replacement in the making: written beside the file, then put in its place.
@@ -173,7 +182,7 @@ std::string readFile(const std::wstring& path, std::string_view shown) {
     const Handle file(::CreateFileW(path.c_str(), GENERIC_READ,
                                     FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                     OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
-    if (!file.valid()) attempt.failWithLastError();
+    if (!file.valid()) failToOpen(path, attempt);
     std::string content;
     for (;;) {
         const std::size_t before = content.size();
@@ -205,9 +214,8 @@ void appendFile(const std::wstring& path, std::string_view shown, const Content&
     const Handle file(::CreateFileW(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
                                     OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     LARGE_INTEGER end{};
-    if (!file.valid() || !::SetFilePointerEx(file.get(), {}, &end, FILE_END)) {
-        attempt.failWithLastError();
-    }
+    if (!file.valid()) failToOpen(path, attempt);
+    if (!::SetFilePointerEx(file.get(), {}, &end, FILE_END)) attempt.failWithLastError();
     try {
         content.writeTo([&](std::string_view piece) {
             if (const DWORD error = writeAll(file.get(), piece)) attempt.fail(error);
