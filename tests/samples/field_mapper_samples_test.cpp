@@ -5,6 +5,7 @@
 
 #include <map>
 #include <set>
+#include <string>
 
 #include "samples/sample_files.h"
 
@@ -15,6 +16,13 @@ using testing::AnyOf;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsSubsetOf;
+
+// Regular expressions with sets of characters are not for every system.
+auto hasNoneOf(const std::string& characters) {
+    return testing::Truly([characters](const std::string& text) {
+        return text.find_first_of(characters) == std::string::npos;
+    });
+}
 
 class FieldMapperSample : public testing::TestWithParam<std::string> {
   protected:
@@ -61,12 +69,12 @@ TEST_P(FieldMapperSample, HasATextForEveryMessageCodeAndNoOther) {
 
 TEST_P(FieldMapperSample, TextsOfUnquotedButtonsAreOneWord) {
     for (const char* code : {"SLBEU0282", "SLBEU0284", "SLBEU0285"}) {
-        EXPECT_THAT(text(code), testing::Not(testing::ContainsRegex("[ \"'=<>`]"))) << code;
+        EXPECT_THAT(text(code), hasNoneOf(" \"'=<>`")) << code;
     }
 }
 
 TEST_P(FieldMapperSample, TextsAndLabelsHoldNoMarkup) {
-    const auto plain = testing::Not(testing::ContainsRegex("[<>&\"]"));
+    const auto plain = hasNoneOf("<>&\"");
     for (const std::string& code : messageCodes()) EXPECT_THAT(text(code), plain) << code;
     for (const std::string& section : recordSections()) {
         for (const pugi::xml_node field : elements(root().child(section.c_str()))) {
