@@ -1,7 +1,9 @@
 // How long the DLL has to stay loaded, and what its objects can be asked for.
 #include <gmock/gmock.h>
 
+#include <array>
 #include <future>
+#include <optional>
 #include <thread>
 
 #include "support/test_machine.h"
@@ -41,6 +43,64 @@ TEST_F(LifeTime, ALockKeepsTheDllLoaded) {
     EXPECT_EQ(dll.canUnloadNow(), S_FALSE);
     dll.factory()->LockServer(FALSE);
     EXPECT_EQ(dll.canUnloadNow(), S_OK);
+}
+
+// An argument of the caller's: whoever asks for its value lets the client go. The test owns it.
+class LettingGo final : public IDispatch {
+  public:
+    LettingGo(const Dll& dll, ComPtr<::_Client20>& client) : dll_(dll), client_(client) {}
+
+    STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+        const bool isKnown = iid == IID_IUnknown || iid == IID_IDispatch;
+        *object = isKnown ? this : nullptr;
+        return isKnown ? S_OK : E_NOINTERFACE;
+    }
+    STDMETHODIMP_(ULONG) AddRef() override { return 2; }
+    STDMETHODIMP_(ULONG) Release() override { return 1; }
+    STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
+    STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+    STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
+        return E_NOTIMPL;
+    }
+    STDMETHODIMP Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
+                        UINT*) override {
+        client_.Reset();
+        wasInUse = dll_.canUnloadNow() == S_FALSE;
+        result->vt = VT_BSTR;
+        result->bstrVal = ::SysAllocString(L"none");
+        return S_OK;
+    }
+
+    std::optional<bool> wasInUse;
+
+  private:
+    const Dll& dll_;
+    ComPtr<::_Client20>& client_;
+};
+
+TEST_F(LifeTime, AnObjectLivesToTheEndOfItsCall) {
+    if (!isMachineOfTests()) GTEST_SKIP() << "drive C: is somebody's";
+    clearMachine();
+    for (const bool isByName : {false, true}) {
+        ComPtr<::_Client20> client = dll.client();
+        LettingGo order(dll, client);
+        std::array<VARIANT, 4> arguments{};
+        VARIANT& first = arguments[isByName ? 3 : 0];
+        first.vt = VT_DISPATCH;
+        first.pdispVal = &order;
+        VARIANT result{};
+        if (isByName) {
+            DISPPARAMS given{arguments.data(), nullptr, 4, 0};
+            client->Invoke(16, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &given, &result,
+                           nullptr, nullptr);
+        } else {
+            client->deleteNode(first, arguments[1], arguments[2], arguments[3], &result);
+        }
+        EXPECT_EQ(order.wasInUse, true) << isByName;
+        EXPECT_EQ(dll.canUnloadNow(), S_OK) << isByName;
+        ::VariantClear(&result);
+    }
+    clearMachine();
 }
 
 // A call may last: one that has a message box open goes on until somebody answers.
