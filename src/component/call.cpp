@@ -114,7 +114,7 @@ void Call::saveCopies() {
     }
     const store::RemovedRecords copies = std::move(*copies_);
     copies_.reset();
-    xml::save(copies.document(), files(), paths::removed);
+    files().replace(paths::removed, copies.content(), platform::Durability::Durable);
 }
 
 const mapper::FieldMapper* Call::mapper() {

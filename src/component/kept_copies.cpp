@@ -43,7 +43,7 @@ std::vector<std::string> unknownIds(const std::vector<RemovedRecords::Entry>& en
 void save(platform::FileSystem& files, const store::OrderStore& store,
           const RemovedRecords& copies) {
     const platform::NewContent both[] = {{paths::store, store.document().content()},
-                                         {paths::removed, copies.document().content()}};
+                                         {paths::removed, copies.content()}};
     files.replaceTogether(both);
 }
 

@@ -4,10 +4,10 @@
 #include <charconv>
 #include <utility>
 
+#include "xml/writer.h"
+
 namespace tandril::store {
 namespace {
-
-constexpr const char* entryElement = "Entry";
 
 std::size_t number(std::string_view text) {
     std::size_t value = 0;
@@ -31,18 +31,20 @@ RemovedRecords::RemovedRecords(xml::Document document) : document_(std::move(doc
 
 void RemovedRecords::add(const RecordKey& key, xml::Node record, Reason reason,
                          std::string_view time) {
-    xml::Node entry = document_.root().append_child(entryElement);
-    xml::setAttribute(entry, "ID", std::to_string(++lastId_));
-    xml::setAttribute(entry, "Time", time);
-    xml::setAttribute(entry, "Reason", word(reason));
-    xml::setAttribute(entry, "Section", sectionName(key.section));
-    xml::setAttribute(entry, "Order", key.order);
-    xml::setAttribute(entry, "Activity", key.activity);
-    xml::setAttribute(entry, "CostLine", key.line);
+    added_ += "<Entry";
+    xml::writeAttribute(added_, "ID", std::to_string(++lastId_));
+    xml::writeAttribute(added_, "Time", time);
+    xml::writeAttribute(added_, "Reason", word(reason));
+    xml::writeAttribute(added_, "Section", sectionName(key.section));
+    xml::writeAttribute(added_, "Order", key.order);
+    xml::writeAttribute(added_, "Activity", key.activity);
+    xml::writeAttribute(added_, "CostLine", key.line);
     if (key.section != Section::Orders) {
-        xml::setAttribute(entry, "GroupState", stateOf(record.parent()));
+        xml::writeAttribute(added_, "GroupState", stateOf(record.parent()));
     }
-    xml::appendCopy(entry, record);
+    added_ += '>';
+    xml::write(added_, record);
+    added_ += "</Entry>";
     isChanged_ = true;
 }
 

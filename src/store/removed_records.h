@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/file_system.h"
 #include "store/order_store.h"
 #include "store/record_key.h"
 #include "xml/document.h"
@@ -30,13 +31,14 @@ class RemovedRecords {
     RemovedRecords();
     explicit RemovedRecords(xml::Document document);
 
-    const xml::Document& document() const { return document_; }
+    // What a file of all copies holds. Valid as long as the object, which must not change.
+    platform::Content content() const { return document_.content(added_); }
     bool isChanged() const { return isChanged_; }
 
     // Keeps a copy of the record.
     void add(const RecordKey& key, xml::Node record, Reason reason, std::string_view time);
 
-    // All copies, the oldest first.
+    // The copies that the document held when the object was made, the oldest first.
     std::vector<Entry> entries() const;
 
     // Forgets the copy.
@@ -44,6 +46,9 @@ class RemovedRecords {
 
   private:
     xml::Document document_;
+    // Entries behind those of the document. Copies of the records' trees would take several times
+    // the memory of their text.
+    std::string added_;
     bool isChanged_ = false;
     std::size_t lastId_ = 0;
 };

@@ -178,17 +178,26 @@ std::vector<Node> Document::ownNodes() const {
 }
 
 // Most documents are written about as long as they were read.
-std::string Document::serialised(std::string_view encodingName) const {
+std::string Document::serialised(std::string_view encodingName, std::string_view appended) const {
     std::string out = declaration(encodingName);
-    out.reserve(parsed_->text.size() + parsed_->text.size() / 8);
-    for (const Node node : ownNodes()) {
-        write(out, node);
-    }
+    out.reserve(parsed_->text.size() + parsed_->text.size() / 8 + appended.size());
+    writeNodes(out, appended, [](std::string&) {});
     return out;
 }
 
+void Document::writeNodes(std::string& out, std::string_view appended,
+                          const std::function<void(std::string& out)>& take) const {
+    for (const Node node : ownNodes()) {
+        if (node == root() && !appended.empty()) {
+            write(out, node, appended, take);
+        } else {
+            write(out, node, take);
+        }
+    }
+}
+
 std::string Document::text() const {
-    return serialised({});
+    return serialised({}, {});
 }
 
 std::string Document::bytes() const {
@@ -197,24 +206,22 @@ std::string Document::bytes() const {
     return whole;
 }
 
-void Document::writeUtf8(const platform::Content::Sink& sink) const {
+void Document::writeUtf8(std::string_view appended, const platform::Content::Sink& sink) const {
     std::string piece(hasMark_ ? utf8Mark : "");
     piece += declaration(encodingName_);
-    for (const Node node : ownNodes()) {
-        write(piece, node, [&](std::string& out) {
-            sink(out);
-            out.clear();
-        });
-    }
+    writeNodes(piece, appended, [&](std::string& out) {
+        sink(out);
+        out.clear();
+    });
     sink(piece);
 }
 
-platform::Content Document::content() const {
-    return platform::Content([this](const platform::Content::Sink& sink) {
+platform::Content Document::content(std::string_view appended) const {
+    return platform::Content([this, appended](const platform::Content::Sink& sink) {
         if (encoding_ == Encoding::Utf8) {
-            writeUtf8(sink);
+            writeUtf8(appended, sink);
         } else {
-            sink(encodeDocument(serialised(encodingName_), encoding_, hasMark_));
+            sink(encodeDocument(serialised(encodingName_, appended), encoding_, hasMark_));
         }
     });
 }
@@ -228,10 +235,6 @@ std::optional<Document> load(const platform::FileSystem& files, std::string_view
     } catch (const Fault&) {
         return std::nullopt;
     }
-}
-
-void save(const Document& document, platform::FileSystem& files, std::string_view path) {
-    files.replace(path, document.content(), platform::Durability::Durable);
 }
 
 }  // namespace tandril::xml

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <pugixml.hpp>
@@ -54,8 +55,9 @@ class Document {
     // The whole document as bytes, in the encoding that its declaration names; without one, in the
     // encoding that it was decoded from.
     std::string bytes() const;
-    // The same in pieces, for a file. Valid as long as the document, which must not change.
-    platform::Content content() const;
+    // The same in pieces, for a file, with markup behind all that the document element holds. Valid
+    // as long as the markup and the document, which must not change.
+    platform::Content content(std::string_view appended = {}) const;
 
   private:
     Document() = default;
@@ -79,16 +81,14 @@ class Document {
     std::vector<Node> ownNodes() const;
     void writeAsDeclared();
     std::string declaration(std::string_view encodingName) const;
-    std::string serialised(std::string_view encodingName) const;
-    void writeUtf8(const platform::Content::Sink& sink) const;
+    std::string serialised(std::string_view encodingName, std::string_view appended) const;
+    void writeUtf8(std::string_view appended, const platform::Content::Sink& sink) const;
+    void writeNodes(std::string& out, std::string_view appended,
+                    const std::function<void(std::string& out)>& take) const;
 };
 
 // The document in the file; nothing when there is no such file, or it is not a well-formed
 // document. Throws Fault when an existing file cannot be read.
 std::optional<Document> load(const platform::FileSystem& files, std::string_view path);
-
-// Writes the document to the file, whole, atomically and durably. Throws Fault; the file is as it
-// was then.
-void save(const Document& document, platform::FileSystem& files, std::string_view path);
 
 }  // namespace tandril::xml

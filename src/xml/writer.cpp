@@ -60,11 +60,7 @@ void endTag(std::string& out, std::string_view name) {
 void attributes(std::string& out, Node element) {
     for (auto attribute = element.first_attribute(); attribute;
          attribute = attribute.next_attribute()) {
-        out += ' ';
-        out += attribute.name();
-        out += "=\"";
-        escape<valueReference>(out, attribute.value());
-        out += '"';
+        writeAttribute(out, attribute.name(), attribute.value());
     }
 }
 
@@ -155,6 +151,12 @@ void writeAll(std::string& out, Node node, IsLeftOut isLeftOut, Opened opened) {
     }
 }
 
+void takeFull(std::string& out, const Take& take) {
+    if (out.size() >= platform::Content::pieceSize) {
+        take(out);
+    }
+}
+
 bool nothingIsLeftOut(Node /*node*/) {
     return false;
 }
@@ -165,12 +167,30 @@ void write(std::string& out, Node node) {
     writeAll(out, node, nothingIsLeftOut, [] {});
 }
 
-void write(std::string& out, Node node, const std::function<void(std::string& out)>& take) {
-    writeAll(out, node, nothingIsLeftOut, [&] {
-        if (out.size() >= platform::Content::pieceSize) {
-            take(out);
-        }
-    });
+void writeAttribute(std::string& out, std::string_view name, std::string_view value) {
+    out += ' ';
+    out += name;
+    out += "=\"";
+    escape<valueReference>(out, value);
+    out += '"';
+}
+
+void write(std::string& out, Node node, const Take& take) {
+    writeAll(out, node, nothingIsLeftOut, [&] { takeFull(out, take); });
+}
+
+void write(std::string& out, Node element, std::string_view appended, const Take& take) {
+    open(out, element, true);
+    for (const Node child : element.children()) {
+        write(out, child, take);
+    }
+    while (!appended.empty()) {
+        const std::string_view piece = appended.substr(0, platform::Content::pieceSize);
+        out += piece;
+        appended.remove_prefix(piece.size());
+        takeFull(out, take);
+    }
+    endTag(out, element.name());
 }
 
 void write(std::string& out, Node node, std::span<const Node> leftOut) {

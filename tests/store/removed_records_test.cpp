@@ -16,18 +16,25 @@ const std::string full = orders(order("A1", "MU", "20")) +
                          activities(group("A1", activity("10", "NU", "20"), "NU")) +
                          other(costGroup("A1", "10", line("1", "M", "o"), "O"));
 
+std::string textOf(const RemovedRecords& removed) {
+    std::string text;
+    removed.content().writeTo([&](std::string_view piece) { text += piece; });
+    return text;
+}
+
+// The copies of an order and of what belongs to it, as they are read from the file again.
 RemovedRecords copiesOf(const store::OrderStore& store, std::string_view order) {
     RemovedRecords removed;
     store::showOrder(store, order, [&](const RecordKey& key, xml::Node record) {
         removed.add(key, record, RemovedRecords::Reason::Report, "15/11/2026 11:59:39");
     });
-    return removed;
+    EXPECT_TRUE(removed.isChanged());
+    return RemovedRecords(document(textOf(removed)));
 }
 
 TEST(RemovedRecords, KeepsTimeReasonAndPlace) {
-    const RemovedRecords removed = copiesOf(storeOf(full), "A1");
-    EXPECT_TRUE(removed.isChanged());
-    EXPECT_EQ(xml::toText(xml::elementAt(removed.document().root(), 2)),
+    const auto copies = document(textOf(copiesOf(storeOf(full), "A1")));
+    EXPECT_EQ(xml::toText(xml::elementAt(copies.root(), 2)),
               "<Entry ID=\"3\" Time=\"15/11/2026 11:59:39\" Reason=\"report\" "
               "Section=\"ccsocservcothr\" Order=\"A1\" Activity=\"10\" CostLine=\"1\" "
               "GroupState=\"O\">" +
@@ -59,6 +66,12 @@ TEST(RemovedRecords, NumbersGoOnBehindTheHighest) {
     RemovedRecords removed(document("<Removed><Entry ID='41'/><Entry ID='7'/></Removed>"));
     EXPECT_FALSE(removed.isChanged());
     removed.add({Section::Orders, "A1"}, store.order("A1"), RemovedRecords::Reason::Purge, "now");
+    EXPECT_EQ(textOf(removed),
+              "<Removed><Entry ID=\"41\"/><Entry ID=\"7\"/><Entry ID=\"42\" Time=\"now\" "
+              "Reason=\"purge\" Section=\"ccsocservcordr\" Order=\"A1\" Activity=\"\" "
+              "CostLine=\"\">" +
+                  order("A1", "MU", "20") + "</Entry></Removed>");
+    removed = RemovedRecords(document(textOf(removed)));
     const auto entries = removed.entries();
     ASSERT_EQ(entries.size(), 1U);  // the two others hold no record
     EXPECT_EQ(entries[0].id, "42");

@@ -180,7 +180,7 @@ TEST(Document, SavesAndLoads) {
     files.createFolder("C:\\x");
     const auto document = Document::parse("<a><b>1</b></a>");
     ASSERT_TRUE(document);
-    save(*document, files, "C:\\x\\d.xml");
+    files.replace("C:\\x\\d.xml", document->content(), platform::Durability::Durable);
     EXPECT_EQ(files.read("C:\\x\\d.xml"), "<a><b>1</b></a>");
     const auto loaded = load(files, "C:\\x\\d.xml");
     ASSERT_TRUE(loaded);
