@@ -22,12 +22,11 @@ unsigned parseFlags(const Facts& facts) {
 }
 
 bool hasElementChild(Node node) {
-    for (const Node child : node.children()) {
-        if (child.type() == pugi::node_element) {
-            return true;
-        }
+    Node child = node.first_child();
+    while (child && child.type() != pugi::node_element) {
+        child = child.next_sibling();
     }
-    return false;
+    return static_cast<bool>(child);
 }
 
 void dropBlankChildren(Node node) {
@@ -44,13 +43,16 @@ void dropBlankChildren(Node node) {
 }
 
 Node behind(Node node, Node top) {
-    if (node.first_child()) {
-        return node.first_child();
+    if (const Node inner = node.first_child()) {
+        return inner;
     }
-    while (node != top && !node.next_sibling()) {
+    while (node != top) {
+        if (const Node next = node.next_sibling()) {
+            return next;
+        }
         node = node.parent();
     }
-    return node == top ? Node() : node.next_sibling();
+    return {};
 }
 
 // The parser itself can drop blank text only where nothing but elements stands beside it.
