@@ -13,6 +13,10 @@
 namespace tandril::platform {
 namespace {
 
+// How often all the known names are tried. A name that another process took for abandoned, while
+// its file was being made, is free again at once.
+constexpr int rounds = 25;
+
 enum class Lock { Taken, Held, Unknown };
 
 Lock lock(int file) {
@@ -76,8 +80,8 @@ Descriptor TemporaryFile::create(std::string_view target, mode_t mode) {
     for (int number = 1; number <= temporaryNames; ++number) {
         removeAbandoned(folder_, temporaryName(target, number));
     }
-    for (int number = 1; number <= temporaryNames; ++number) {
-        Descriptor file = claim(temporaryName(target, number), mode);
+    for (int attempt = 0; attempt < rounds * temporaryNames; ++attempt) {
+        Descriptor file = claim(temporaryName(target, 1 + attempt % temporaryNames), mode);
         if (file.valid()) return file;
     }
     for (;;) {

@@ -4,10 +4,14 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/file.h>
+#include <sys/inotify.h>
 #include <sys/stat.h>
 
+#include <array>
 #include <csignal>
+#include <cstring>
 #include <filesystem>
+#include <set>
 
 #include "platform/fault.h"
 #include "platform/linux/descriptor.h"
@@ -23,8 +27,10 @@ using test::endedByFault;
 using test::Hardship;
 using test::runInChild;
 using test::TemporaryHome;
+using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::IsSubsetOf;
 
 constexpr std::string_view storePath = "C:\\Vorn Tandril\\Harbrook.xml";
 constexpr const char* realStorePath = "Vorn Tandril/Harbrook.xml";
@@ -201,6 +207,43 @@ TEST_F(HomeFilesTest, KilledProcessesDoNotDisturbOthers) {
         replace("new");
         ASSERT_THAT(home.names("Vorn Tandril"), ElementsAre("Harbrook.xml"));
     }
+}
+
+// The names of the files that a folder got since the watch began.
+std::set<std::string> newNames(const Descriptor& watch) {
+    std::set<std::string> names;
+    std::array<char, 16384> events{};
+    ssize_t size = 0;
+    while ((size = ::read(watch.get(), events.data(), events.size())) > 0) {
+        for (ssize_t at = 0; at < size;) {
+            inotify_event event{};
+            std::memcpy(&event, events.data() + at, sizeof event);
+            names.insert(events.data() + at + sizeof event);
+            at += static_cast<ssize_t>(sizeof event + event.len);
+        }
+    }
+    return names;
+}
+
+// Under any other name nobody would find what a killed process left.
+TEST_F(HomeFilesTest, ProcessesThatReplaceTogetherKeepToTheKnownNames) {
+    home.write(realStorePath, old);
+    std::set<std::string> known;
+    for (int number = 1; number <= temporaryNames; ++number) {
+        known.insert(temporaryName("Harbrook.xml", number));
+    }
+    const Descriptor watch(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
+    ASSERT_GE(::inotify_add_watch(watch.get(), home.pathOf("Vorn Tandril").c_str(), IN_CREATE), 0);
+    const auto replaceOften = [&] {
+        for (int i = 0; i < 1000; ++i) files.replace(storePath, old, Durability::Relaxed);
+        return 0;
+    };
+    std::array<pid_t, 3> children{};
+    for (pid_t& child : children) child = test::startInChild({}, replaceOften);
+    for (const pid_t child : children) EXPECT_EQ(test::waitFor(child).exitStatus, 0);
+    const std::set<std::string> used = newNames(watch);
+    EXPECT_THAT(used, IsSubsetOf(known));
+    EXPECT_THAT(used, Contains(firstTemporary));
 }
 
 TEST_F(HomeFilesTest, AFailedAppendLeavesTheFileAsLongAsItWas) {
