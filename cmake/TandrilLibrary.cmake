@@ -80,8 +80,6 @@ endfunction()
 function(tandril_test name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
     add_executable(${name}_test ${ARG_SOURCES})
-    # The sources of a test may each have a fixture of the same name.
-    set_target_properties(${name}_test PROPERTIES UNITY_BUILD OFF)
     target_include_directories(${name}_test PRIVATE "${PROJECT_SOURCE_DIR}/tests")
     target_link_libraries(${name}_test PRIVATE tandril_options tandril_test_code ${ARG_LINK} GTest::gmock GTest::gtest_main)
     # Each source of a test may name its helpers as it likes.

@@ -1,5 +1,6 @@
 #include "xml/document.h"
 
+#include <new>
 #include <utility>
 
 #include "platform/fault.h"
@@ -108,8 +109,11 @@ std::optional<Document> Document::build(std::string&& text, const Facts& facts) 
 Node Document::parseBeside(const CheckedText& text) {
     pugi::xml_document& tree = parsed_->tree;
     const Node before = tree.last_child();
-    tree.append_buffer(text.text.data(), text.text.size(), parseFlags(text.facts),
-                       pugi::encoding_utf8);
+    // The text is well-formed: without memory, a part of it must not pass for all.
+    if (!tree.append_buffer(text.text.data(), text.text.size(), parseFlags(text.facts),
+                            pugi::encoding_utf8)) {
+        throw std::bad_alloc();
+    }
     Node root = before.next_sibling();
     while (root && root.type() != pugi::node_element) {
         root = root.next_sibling();

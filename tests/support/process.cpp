@@ -4,6 +4,19 @@
 
 namespace tandril::test {
 
+ProcessResult runProcess(const std::filesystem::path& program,
+                         const std::vector<std::string>& arguments, std::string_view input,
+                         const std::filesystem::path& outputFile) {
+    const TemporaryHome folder;
+    folder.write("input", input);
+    const bool isKept = !outputFile.empty();
+    const StreamFiles files{folder.pathOf("input"),
+                            isKept ? outputFile.string() : folder.pathOf("output"),
+                            folder.pathOf("errors")};
+    const ProcessEnd end = runOnFiles(program, arguments, files);
+    return {end, isKept ? "" : readFile(files.output), readFile(files.errors)};
+}
+
 std::string Process::readLine() {
     const auto deadline = std::chrono::steady_clock::now() + processPatience;
     std::size_t length = 0;

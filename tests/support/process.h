@@ -37,6 +37,17 @@ ProcessResult runProcess(const std::filesystem::path& program,
                          const std::vector<std::string>& arguments, std::string_view input = {},
                          const std::filesystem::path& outputFile = {});
 
+// The files that a program's standard streams are tied to.
+struct StreamFiles {
+    std::filesystem::path input;
+    std::filesystem::path output;
+    std::filesystem::path errors;
+};
+
+// Runs a program to its end on these files. Each system has its own.
+ProcessEnd runOnFiles(const std::filesystem::path& program,
+                      const std::vector<std::string>& arguments, const StreamFiles& files);
+
 // A program that runs beside the test. It is killed at the end of the test if it still runs.
 class Process {
   public:

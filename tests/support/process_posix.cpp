@@ -12,8 +12,6 @@
 #include <stdexcept>
 #include <thread>
 
-#include "support/read_file.h"
-
 extern char** environ;
 
 namespace tandril::test {
@@ -100,20 +98,16 @@ void closeOnce(int& descriptor) {
 
 }  // namespace
 
-ProcessResult runProcess(const fs::path& program, const std::vector<std::string>& arguments,
-                         std::string_view input, const fs::path& outputFile) {
-    const TemporaryHome folder;
-    folder.write("input", input);
-    const fs::path output = outputFile.empty() ? fs::path(folder.pathOf("output")) : outputFile;
-    const fs::path errors = folder.pathOf("errors");
+ProcessEnd runOnFiles(const fs::path& program, const std::vector<std::string>& arguments,
+                      const StreamFiles& files) {
     Redirections redirections;
-    redirections.fromFile(STDIN_FILENO, folder.pathOf("input"));
-    redirections.toFile(STDOUT_FILENO, output);
-    redirections.toFile(STDERR_FILENO, errors);
+    redirections.fromFile(STDIN_FILENO, files.input);
+    redirections.toFile(STDOUT_FILENO, files.output);
+    redirections.toFile(STDERR_FILENO, files.errors);
     const pid_t id = spawn(program, arguments, redirections);
     int status = 0;
     check(::waitpid(id, &status, 0) == id, "cannot wait for " + program.string());
-    return {decode(status), outputFile.empty() ? readFile(output) : "", readFile(errors)};
+    return decode(status);
 }
 
 struct Process::State {

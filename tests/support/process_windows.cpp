@@ -9,7 +9,6 @@
 #include "platform/windows/handle.h"
 #include "platform/windows/wide.h"
 #include "support/process.h"
-#include "support/read_file.h"
 
 namespace tandril::test {
 namespace {
@@ -109,21 +108,13 @@ ProcessEnd endOf(HANDLE process) {
 
 }  // namespace
 
-ProcessResult runProcess(const fs::path& program, const std::vector<std::string>& arguments,
-                         std::string_view input, const fs::path& outputFile) {
-    const TemporaryHome folder;
-    folder.write("input", input);
-    const fs::path output = outputFile.empty() ? fs::path(folder.pathOf("output")) : outputFile;
-    const fs::path errors = folder.pathOf("errors");
-    ProcessEnd end;
-    {
-        const Handle in = openFor(folder.pathOf("input"), GENERIC_READ, OPEN_EXISTING);
-        const Handle out = openFor(output, FILE_APPEND_DATA, OPEN_ALWAYS);
-        const Handle complaints = openFor(errors, FILE_APPEND_DATA, OPEN_ALWAYS);
-        const Handle process = spawn(program, arguments, {in.get(), out.get(), complaints.get()});
-        end = endOf(process.get());
-    }
-    return {end, outputFile.empty() ? readFile(output) : "", readFile(errors)};
+ProcessEnd runOnFiles(const fs::path& program, const std::vector<std::string>& arguments,
+                      const StreamFiles& files) {
+    const Handle in = openFor(files.input, GENERIC_READ, OPEN_EXISTING);
+    const Handle out = openFor(files.output, FILE_APPEND_DATA, OPEN_ALWAYS);
+    const Handle complaints = openFor(files.errors, FILE_APPEND_DATA, OPEN_ALWAYS);
+    const Handle process = spawn(program, arguments, {in.get(), out.get(), complaints.get()});
+    return endOf(process.get());
 }
 
 struct Process::State {
