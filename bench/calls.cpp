@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <exception>
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <iostream>
 #include <stdexcept>
@@ -18,6 +17,7 @@
 
 #include "bench/documents.h"
 #include "bench/floor.h"
+#include "bench/heap.h"
 #include "bench/workplace.h"
 #include "component/paths.h"
 
@@ -140,6 +140,12 @@ class Run {
 
     void runFloor(const bench::Floor& floor) { floor.run(workplace_.files()); }
 
+    // More than the call or its floor needs.
+    std::size_t touchedBytes() const {
+        constexpr std::size_t timesTheDocuments = 10;
+        return timesTheDocuments * (std::filesystem::file_size(store_) + given_.document.size());
+    }
+
   private:
     static void add(std::vector<bench::Floor::Filled>& to, std::string path,
                     const std::string& real) {
@@ -154,27 +160,21 @@ class Run {
     bench::Workplace workplace_;
 };
 
-// Of this program alone: what getrusage tells begins with that of the program that started it.
-double peakMegabytes() {
-    constexpr std::string_view label = "VmHWM:";
-    std::ifstream status("/proc/self/status");
-    for (std::string line; std::getline(status, line);) {
-        if (line.starts_with(label)) {
-            return std::stod(line.substr(label.size())) * 1024 / 1e6;
-        }
-    }
-    throw std::runtime_error("the system does not tell the peak of memory");
-}
-
 template <class Body>
 void measure(benchmark::State& state, Run& run, Body body) {
+    double peak = 0;
     for (auto iteration : state) {
         state.PauseTiming();
         run.reset();
+        bench::startWithEmptyHeap(run.touchedBytes());
+        bench::forgetPeak();
         state.ResumeTiming();
         body();
+        state.PauseTiming();
+        peak = std::max(peak, bench::peakMegabytes());
+        state.ResumeTiming();
     }
-    state.counters["peak MB"] = peakMegabytes();
+    state.counters["peak MB"] = peak;
 }
 
 void timeCall(benchmark::State& state, const Case& what, const std::string& folder) {

@@ -2,7 +2,6 @@
 // them. bench/growth runs it and judges the growth.
 
 #include <benchmark/benchmark.h>
-#include <malloc.h>
 #include <sys/resource.h>
 
 #include <cstddef>
@@ -10,6 +9,7 @@
 #include <string>
 
 #include "bench/documents.h"
+#include "bench/heap.h"
 #include "bench/workplace.h"
 
 namespace {
@@ -38,19 +38,15 @@ Processor processorTime() {
     return {microseconds(usage.ru_utime), microseconds(usage.ru_stime)};
 }
 
-// Touches as much memory as a call on so many orders will need, and gives it back. The host of a
-// virtual machine takes pages away that were free for a while, and gives them back when they are
-// touched, which takes several times as long as the page fault itself. That is no cost of the call,
-// and would count against the large stores alone, since a small one finds pages in use.
-void touchFreeMemory(std::int64_t orders) {
-    constexpr std::size_t bytesPerOrder = 30'000;
-    const std::string touched(static_cast<std::size_t>(orders) * bytesPerOrder, 'x');
-    benchmark::DoNotOptimize(touched.data());
+// Much more than a call on one order needs.
+constexpr std::size_t touchedBytesPerOrder = 30'000;
+
+std::size_t ordersOf(const benchmark::State& state) {
+    return static_cast<std::size_t>(state.range(0));
 }
 
 // Times `call` on a store of as many orders as the run says. Each time has a component and files of
-// its own, which `prepare` fills, and begins with an empty heap: memory that is still there from
-// the time before would favour the small stores, which fit into it.
+// its own, which `prepare` fills, and begins with an empty heap.
 template <class Prepare, class Call>
 void perRecord(benchmark::State& state, Prepare prepare, Call call) {
     Processor spent;
@@ -59,8 +55,7 @@ void perRecord(benchmark::State& state, Prepare prepare, Call call) {
         {
             bench::Workplace workplace;
             prepare(workplace);
-            malloc_trim(0);
-            touchFreeMemory(state.range(0));
+            bench::startWithEmptyHeap(ordersOf(state) * touchedBytesPerOrder);
             const Processor before = processorTime();
             state.ResumeTiming();
             call(workplace.client());
@@ -74,10 +69,6 @@ void perRecord(benchmark::State& state, Prepare prepare, Call call) {
     const auto records = static_cast<double>(state.iterations() * state.range(0));
     state.counters["program us"] = spent.program / records;
     state.counters["system us"] = spent.system / records;
-}
-
-std::size_t ordersOf(const benchmark::State& state) {
-    return static_cast<std::size_t>(state.range(0));
 }
 
 // The same for a call that finds a store.
