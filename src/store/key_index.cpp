@@ -49,7 +49,8 @@ std::uint32_t KeyIndex::head(std::string_view key) const {
 
 void KeyIndex::reserve(std::size_t elements) {
     entries_.reserve(elements);
-    if (const std::size_t size = std::bit_ceil(elements * 2); size > table_.size()) {
+    const std::size_t size = std::max(smallestTable, std::bit_ceil(elements * 2));
+    if (size > table_.size()) {
         resizeTable(size);
     }
 }

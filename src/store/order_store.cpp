@@ -61,27 +61,43 @@ OrderStore::SectionIndex& OrderStore::index(Section section) const {
         visitBelow(
             document_.root(),
             [&](Section place, xml::Node element) { at(place).elements.push_back(element); },
-            [&](Section place, xml::Node candidate) { at(place).unindexed.push_back(candidate); });
+            [&](Section place, xml::Node candidate) { at(place).candidates.push_back(candidate); });
         isIndexed_ = true;
     }
-    SectionIndex& index = indexes_[static_cast<std::size_t>(section)];
-    if (const auto unindexed = std::exchange(index.unindexed, {}); !unindexed.empty()) {
-        index.byOrder.reserve(unindexed.size());
-        if (isCostSection(section)) {
-            index.byActivity.reserve(unindexed.size());
-        }
-        for (const xml::Node candidate : unindexed) {
-            addToIndex(section, candidate);
-        }
-    }
-    return index;
+    return indexes_[static_cast<std::size_t>(section)];
 }
 
-void OrderStore::addToIndex(Section section, xml::Node candidate) const {
-    SectionIndex& index = indexes_[static_cast<std::size_t>(section)];
-    index.byOrder.add(orderOf(section, candidate), candidate);
-    if (isCostSection(section)) {
-        index.byActivity.add(activityKeyOf(candidate), candidate);
+template <class KeyOf>
+KeyIndex& OrderStore::built(std::optional<KeyIndex>& keys, const std::vector<xml::Node>& candidates,
+                            const KeyOf& keyOf) {
+    if (!keys) {
+        keys.emplace().reserve(candidates.size());
+        for (const xml::Node candidate : candidates) {
+            keys->add(keyOf(candidate), candidate);
+        }
+    }
+    return *keys;
+}
+
+KeyIndex& OrderStore::byOrder(Section section) const {
+    SectionIndex& found = index(section);
+    return built(found.byOrder, found.candidates,
+                 [section](xml::Node candidate) { return orderOf(section, candidate); });
+}
+
+KeyIndex& OrderStore::byActivity(Section section) const {
+    SectionIndex& found = index(section);
+    return built(found.byActivity, found.candidates, activityKeyOf);
+}
+
+void OrderStore::addToIndex(Section section, xml::Node candidate) {
+    SectionIndex& found = index(section);
+    found.candidates.push_back(candidate);
+    if (found.byOrder) {
+        found.byOrder->add(orderOf(section, candidate), candidate);
+    }
+    if (found.byActivity) {
+        found.byActivity->add(activityKeyOf(candidate), candidate);
     }
 }
 
@@ -110,11 +126,11 @@ RecordKey OrderStore::keyOf(Section section, xml::Node group, xml::Node member) 
 }
 
 xml::Node OrderStore::order(std::string_view order) const {
-    return index(Section::Orders).byOrder.first(order);
+    return byOrder(Section::Orders).first(order);
 }
 
 xml::Node OrderStore::activityGroup(std::string_view order) const {
-    return index(Section::Activities).byOrder.first(order);
+    return byOrder(Section::Activities).first(order);
 }
 
 xml::Node OrderStore::activity(std::string_view order, std::string_view activity) const {
@@ -123,7 +139,7 @@ xml::Node OrderStore::activity(std::string_view order, std::string_view activity
 
 xml::Node OrderStore::costGroup(Section section, std::string_view order,
                                 std::string_view activity) const {
-    return index(section).byActivity.first(joinedKey({order, activity}));
+    return byActivity(section).first(joinedKey({order, activity}));
 }
 
 xml::Node OrderStore::line(Section section, std::string_view order, std::string_view activity,
@@ -171,12 +187,12 @@ xml::Node OrderStore::manyMembers(xml::Node group, const char* key, std::string_
 }
 
 std::vector<xml::Node> OrderStore::groups(Section section, std::string_view order) const {
-    return index(section).byOrder.all(order);
+    return byOrder(section).all(order);
 }
 
 std::vector<xml::Node> OrderStore::groups(Section section, std::string_view order,
                                           std::string_view activity) const {
-    return index(section).byActivity.all(joinedKey({order, activity}));
+    return byActivity(section).all(joinedKey({order, activity}));
 }
 
 std::string OrderStore::orderStatus(std::string_view order) const {
@@ -249,11 +265,12 @@ xml::Node OrderStore::appendHourRegistration(xml::Node line) {
 }
 
 void OrderStore::remove(Section section, xml::Node element) {
-    SectionIndex& sectionIndex = index(section);
-    sectionIndex.byOrder.remove(orderOf(section, element), element);
+    byOrder(section).remove(orderOf(section, element), element);
     if (isCostSection(section)) {
-        sectionIndex.byActivity.remove(activityKeyOf(element), element);
+        byActivity(section).remove(activityKeyOf(element), element);
     }
+    // Every index that this section has is built: nobody needs them any more.
+    index(section).candidates.clear();
     members_.erase(element.hash_value());
     element.parent().remove_child(element);
     isChanged_ = true;

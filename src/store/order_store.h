@@ -109,17 +109,22 @@ class OrderStore {
   private:
     explicit OrderStore(xml::Document document) : document_(std::move(document)) {}
 
-    // One walk finds what belongs to each section; the keys of a section are indexed when the first
-    // one is looked up.
+    // One walk finds what belongs to each section; an index of its keys is built when the first key
+    // is looked up in it.
     struct SectionIndex {
-        std::vector<xml::Node> elements;   // all of the section's name, in document order
-        std::vector<xml::Node> unindexed;  // its orders or groups until they are
-        KeyIndex byOrder;                  // orders, and groups by their order
-        KeyIndex byActivity;               // cost-line groups by order and activity
+        std::vector<xml::Node> elements;     // all of the section's name, in document order
+        std::vector<xml::Node> candidates;   // its orders or groups, while an index may be built
+        std::optional<KeyIndex> byOrder;     // orders, and groups by their order
+        std::optional<KeyIndex> byActivity;  // cost-line groups by order and activity
     };
 
     SectionIndex& index(Section section) const;
-    void addToIndex(Section section, xml::Node candidate) const;
+    KeyIndex& byOrder(Section section) const;
+    KeyIndex& byActivity(Section section) const;
+    template <class KeyOf>
+    static KeyIndex& built(std::optional<KeyIndex>& keys, const std::vector<xml::Node>& candidates,
+                           const KeyOf& keyOf);
+    void addToIndex(Section section, xml::Node candidate);
     xml::Node added(Section section, xml::Node candidate);
     xml::Node addedTo(xml::Node group, xml::Node member);
     void noteAddition(xml::Node added);

@@ -1,5 +1,7 @@
 #include "store/upload.h"
 
+#include <optional>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -22,32 +24,39 @@ class Selection {
 
     std::string text() const {
         std::string text;
+        text.reserve(store_.document().textSize());
         xml::write(text, store_.document().root(), leftOut_);
         return text;
     }
 
-    std::vector<RecordKey> records;
+    std::vector<xml::Node> records;
 
   private:
-    bool hasActivities(xml::Node order) const {
-        return xml::hasElements(store_.activityGroup(xml::attribute(order, orderKey)));
+    bool hasActivities(std::string_view order) const {
+        return xml::hasElements(store_.activityGroup(order));
     }
 
     void selectOrder(xml::Node order) {
-        if (isToBeSent(stateOf(order)) && hasActivities(order)) {
-            records.push_back(OrderStore::keyOf(Section::Orders, order));
+        const std::string_view number = xml::attribute(order, orderKey);
+        if (isToBeSent(stateOf(order)) && hasActivities(number)) {
+            records.push_back(store_.order(number));
         } else {
             leftOut_.push_back(order);
         }
     }
 
     void selectMembers(Section section, xml::Node group) {
+        const char* const key = section == Section::Activities ? activityKey : lineKey;
+        std::optional<xml::Node> first;  // group with these keys
         for (const xml::Node member : xml::elements(group)) {
-            if (isToBeSent(stateOf(member))) {
-                records.push_back(OrderStore::keyOf(section, group, member));
-            } else {
+            if (!isToBeSent(stateOf(member))) {
                 leftOut_.push_back(member);
+                continue;
             }
+            if (!first) {
+                first = store_.group(OrderStore::keyOf(section, group));
+            }
+            records.push_back(store_.member(*first, key, xml::attribute(member, key)));
         }
     }
 
@@ -66,10 +75,10 @@ Upload makeUpload(const OrderStore& store) {
 }
 
 void markSent(OrderStore& store, const Upload& upload) {
-    for (const RecordKey& key : upload.records) {
-        const xml::Node record = store.record(key);
-        if (store.apply(Event::Sent, record) && key.section != Section::Orders) {
-            store.apply(GroupEvent::MemberSent, record.parent());
+    for (const xml::Node record : upload.records) {
+        const xml::Node parent = record.parent();
+        if (store.apply(Event::Sent, record) && xml::isNamed(parent, groupElement)) {
+            store.apply(GroupEvent::MemberSent, parent);
         }
     }
 }

@@ -13,13 +13,14 @@ struct Upload {
     // sent. Orders without activities stay out; all hour registrations are in. "" when that leaves
     // nothing but hour registrations and empty groups.
     std::string text;
-    std::vector<RecordKey> records;
+    // To be marked as sent: of several records with the same key the first, even if it is not the
+    // one in the text.
+    std::vector<xml::Node> records;
 };
 
 Upload makeUpload(const OrderStore& store);
 
-// Marks the records of the upload as sent; each by its key, so that of several with the same key
-// the first is marked.
+// Marks the records of the upload as sent. The store must not have changed since it was made.
 void markSent(OrderStore& store, const Upload& upload);
 
 }  // namespace tandril::store

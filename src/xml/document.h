@@ -49,6 +49,9 @@ class Document {
     // Gives back the memory of what is left below the element of a tree that stands beside.
     void dropBeside(Node element) { parsed_->tree.remove_child(element); }
 
+    // The length of the text that the tree was made of, in bytes; about what it is written as.
+    std::size_t textSize() const { return parsed_->text.size(); }
+
     // The whole document as text. Its declaration, if there is one, names no encoding.
     std::string text() const;
 

@@ -95,5 +95,16 @@ TEST_F(KeyIndexTest, AnEmptyIndexHasNothing) {
     EXPECT_EQ(index.first(""), node("a"));
 }
 
+TEST_F(KeyIndexTest, RoomForNoElementsIsRoomForMore) {
+    KeyIndex index;
+    index.reserve(0);
+    EXPECT_FALSE(index.first("1"));
+    index.add("1", node("a"));
+    index.add("2", node("b"));
+    EXPECT_EQ(index.first("1"), node("a"));
+    EXPECT_EQ(index.first("2"), node("b"));
+    EXPECT_FALSE(index.first("3"));
+}
+
 }  // namespace
 }  // namespace tandril::store

@@ -85,6 +85,31 @@ TEST(OrderStore, AppendedRecordsAreFoundAndAMissingSectionIsMade) {
     EXPECT_TRUE(store.isChanged());
 }
 
+// Groups are looked up by order and by activity; the change comes before either, between them, or
+// behind both.
+TEST(OrderStore, GroupsAreFoundByBothTheirKeysWheneverTheyChange) {
+    const std::string known = other(costGroup("A1", "10", line("1", "O", "x")) +
+                                    costGroup("A1", "20", line("1", "O", "y")));
+    for (const int lookUpsBefore : {0, 1, 2}) {
+        OrderStore store = storeOf(known);
+        if (lookUpsBefore >= 1) {
+            EXPECT_EQ(store.groups(Section::Other, "A1").size(), 2U);
+        }
+        if (lookUpsBefore >= 2) {
+            EXPECT_TRUE(store.costGroup(Section::Other, "A1", "10"));
+        }
+        const xml::Node added = store.appendGroup(Section::Other, "A1", "30");
+        EXPECT_EQ(store.costGroup(Section::Other, "A1", "30"), added);
+        EXPECT_EQ(store.groups(Section::Other, "A1").size(), 3U);
+        store.remove(Section::Other, store.costGroup(Section::Other, "A1", "10"));
+        EXPECT_FALSE(store.costGroup(Section::Other, "A1", "10"));
+        EXPECT_EQ(store.groups(Section::Other, "A1").size(), 2U);
+        const xml::Node last = store.appendGroup(Section::Other, "A1", "10");
+        EXPECT_EQ(store.costGroup(Section::Other, "A1", "10"), last);
+        EXPECT_EQ(store.groups(Section::Other, "A1").back(), last);
+    }
+}
+
 TEST(OrderStore, MembersOfALargeGroupAreFoundThroughAllChanges) {
     std::string members;
     for (int i = 0; i < 100; ++i) {

@@ -89,6 +89,24 @@ TEST(Upload, OfTwoRecordsWithTheSameKeyTheFirstIsMarked) {
     EXPECT_EQ(u.sections, orders(order("A1", "O", "15") + order("A1", "N", "15")) + group10);
 }
 
+// The group that counts is the first one, whatever it holds.
+TEST(Upload, OfTwoGroupsWithTheSameKeysTheMembersOfTheFirstAreMarked) {
+    const std::string twice =
+        material(costGroup("A1", "10", line("1", "O", "a") + line("2", "N", "b"), "N") +
+                 costGroup("A1", "10", line("2", "N", "c") + line("3", "N", "d"), "N"));
+    const Uploaded u = uploaded(orders("") + twice);
+    EXPECT_EQ(
+        u.text,
+        element("harbrook",
+                orders("") + material(costGroup("A1", "10", line("2", "N", "b"), "N") +
+                                      costGroup("A1", "10",
+                                                line("2", "N", "c") + line("3", "N", "d"), "N"))));
+    EXPECT_EQ(u.sections,
+              orders("") +
+                  material(costGroup("A1", "10", line("1", "O", "a") + line("2", "NU", "b"), "NU") +
+                           costGroup("A1", "10", line("2", "N", "c") + line("3", "N", "d"), "N")));
+}
+
 TEST(Upload, KeepsCommentsAndWhatItDoesNotKnow) {
     const std::string sections =
         "<!-- c -->" + orders("<!-- d -->" + order("A1", "M", "15") + "<note/>") +
