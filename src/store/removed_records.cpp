@@ -9,6 +9,8 @@
 namespace tandril::store {
 namespace {
 
+constexpr std::size_t pieceSize = std::size_t{64} * 1024;
+
 std::size_t number(std::string_view text) {
     std::size_t value = 0;
     std::from_chars(text.data(), text.data() + text.size(), value);
@@ -31,20 +33,24 @@ RemovedRecords::RemovedRecords(xml::Document document) : document_(std::move(doc
 
 void RemovedRecords::add(const RecordKey& key, xml::Node record, Reason reason,
                          std::string_view time) {
-    added_ += "<Entry";
-    xml::writeAttribute(added_, "ID", std::to_string(++lastId_));
-    xml::writeAttribute(added_, "Time", time);
-    xml::writeAttribute(added_, "Reason", word(reason));
-    xml::writeAttribute(added_, "Section", sectionName(key.section));
-    xml::writeAttribute(added_, "Order", key.order);
-    xml::writeAttribute(added_, "Activity", key.activity);
-    xml::writeAttribute(added_, "CostLine", key.line);
-    if (key.section != Section::Orders) {
-        xml::writeAttribute(added_, "GroupState", stateOf(record.parent()));
+    if (added_.empty() || added_.back().size() >= pieceSize) {
+        added_.emplace_back();
     }
-    added_ += '>';
-    xml::write(added_, record);
-    added_ += "</Entry>";
+    std::string& piece = added_.back();
+    piece += "<Entry";
+    xml::writeAttribute(piece, "ID", std::to_string(++lastId_));
+    xml::writeAttribute(piece, "Time", time);
+    xml::writeAttribute(piece, "Reason", word(reason));
+    xml::writeAttribute(piece, "Section", sectionName(key.section));
+    xml::writeAttribute(piece, "Order", key.order);
+    xml::writeAttribute(piece, "Activity", key.activity);
+    xml::writeAttribute(piece, "CostLine", key.line);
+    if (key.section != Section::Orders) {
+        xml::writeAttribute(piece, "GroupState", stateOf(record.parent()));
+    }
+    piece += '>';
+    xml::write(piece, record);
+    piece += "</Entry>";
     isChanged_ = true;
 }
 

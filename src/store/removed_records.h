@@ -46,9 +46,9 @@ class RemovedRecords {
 
   private:
     xml::Document document_;
-    // Entries behind those of the document. Copies of the records' trees would take several times
-    // the memory of their text.
-    std::string added_;
+    // Entries behind those of the document, in pieces. Copies of the records' trees would take
+    // several times the memory of their text, and one long text more than that while it grows.
+    std::vector<std::string> added_;
     bool isChanged_ = false;
     std::size_t lastId_ = 0;
 };

@@ -184,14 +184,14 @@ std::vector<Node> Document::ownNodes() const {
 }
 
 // Most documents are written about as long as they were read.
-std::string Document::serialised(std::string_view encodingName, std::string_view appended) const {
+std::string Document::serialised(std::string_view encodingName, Markup appended) const {
     std::string out = declaration(encodingName);
-    out.reserve(parsed_->text.size() + parsed_->text.size() / 8 + appended.size());
+    out.reserve(parsed_->text.size() + parsed_->text.size() / 8);
     writeNodes(out, appended, [](std::string&) {});
     return out;
 }
 
-void Document::writeNodes(std::string& out, std::string_view appended,
+void Document::writeNodes(std::string& out, Markup appended,
                           const std::function<void(std::string& out)>& take) const {
     for (const Node node : ownNodes()) {
         if (node == root() && !appended.empty()) {
@@ -212,7 +212,7 @@ std::string Document::bytes() const {
     return whole;
 }
 
-void Document::writeUtf8(std::string_view appended, const platform::Content::Sink& sink) const {
+void Document::writeUtf8(Markup appended, const platform::Content::Sink& sink) const {
     std::string piece(hasMark_ ? utf8Mark : "");
     piece += declaration(encodingName_);
     writeNodes(piece, appended, [&](std::string& out) {
@@ -222,7 +222,7 @@ void Document::writeUtf8(std::string_view appended, const platform::Content::Sin
     sink(piece);
 }
 
-platform::Content Document::content(std::string_view appended) const {
+platform::Content Document::content(Markup appended) const {
     return platform::Content([this, appended](const platform::Content::Sink& sink) {
         if (encoding_ == Encoding::Utf8) {
             writeUtf8(appended, sink);

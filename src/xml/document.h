@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <pugixml.hpp>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,6 +18,9 @@ namespace tandril::xml {
 // A node of a document. A small handle that may be copied; null when there is no such node. Valid
 // as long as its document.
 using Node = pugi::xml_node;
+
+// Markup in pieces, each of whole tags and short enough to be written at once.
+using Markup = std::span<const std::string>;
 
 // A text in UTF-8 that was found to be a well-formed document, so that its tree is made without
 // another look at it. A view of the text.
@@ -60,7 +64,7 @@ class Document {
     std::string bytes() const;
     // The same in pieces, for a file, with markup behind all that the document element holds. Valid
     // as long as the markup and the document, which must not change.
-    platform::Content content(std::string_view appended = {}) const;
+    platform::Content content(Markup appended = {}) const;
 
   private:
     Document() = default;
@@ -84,9 +88,9 @@ class Document {
     std::vector<Node> ownNodes() const;
     void writeAsDeclared();
     std::string declaration(std::string_view encodingName) const;
-    std::string serialised(std::string_view encodingName, std::string_view appended) const;
-    void writeUtf8(std::string_view appended, const platform::Content::Sink& sink) const;
-    void writeNodes(std::string& out, std::string_view appended,
+    std::string serialised(std::string_view encodingName, Markup appended) const;
+    void writeUtf8(Markup appended, const platform::Content::Sink& sink) const;
+    void writeNodes(std::string& out, Markup appended,
                     const std::function<void(std::string& out)>& take) const;
 };
 

@@ -179,15 +179,13 @@ void write(std::string& out, Node node, const Take& take) {
     writeAll(out, node, nothingIsLeftOut, [&] { takeFull(out, take); });
 }
 
-void write(std::string& out, Node element, std::string_view appended, const Take& take) {
+void write(std::string& out, Node element, Markup appended, const Take& take) {
     open(out, element, true);
     for (const Node child : element.children()) {
         write(out, child, take);
     }
-    while (!appended.empty()) {
-        const std::string_view piece = appended.substr(0, platform::Content::pieceSize);
+    for (const std::string& piece : appended) {
         out += piece;
-        appended.remove_prefix(piece.size());
         takeFull(out, take);
     }
     endTag(out, element.name());

@@ -22,7 +22,7 @@ void writeAttribute(std::string& out, std::string_view name, std::string_view va
 using Take = std::function<void(std::string& out)>;
 void write(std::string& out, Node node, const Take& take);
 // An element in pieces, with markup behind all that it holds.
-void write(std::string& out, Node element, std::string_view appended, const Take& take);
+void write(std::string& out, Node element, Markup appended, const Take& take);
 
 // The whole text without some nodes below it and all below those. They stand in document order,
 // none below another one.

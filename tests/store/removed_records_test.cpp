@@ -52,6 +52,30 @@ TEST(RemovedRecords, PutsRecordsBackAsTheyWere) {
     EXPECT_EQ(sectionsOf(store), full);
 }
 
+// Long records and many of them: more than is kept or written in one piece.
+TEST(RemovedRecords, ManyCopiesStandInTheirOrder) {
+    const std::string longText(100'000, 'x');
+    std::string records;
+    std::string expected = "<Removed>";
+    for (int i = 1; i <= 3000; ++i) {
+        const std::string number = std::to_string(i);
+        const std::string record =
+            order(number, "M", "15", element("t", i % 1000 == 0 ? longText : number));
+        records += record;
+        expected.append("<Entry ID=\"").append(number);
+        expected += "\" Time=\"t\" Reason=\"purge\" Section=\"ccsocservcordr\" Order=\"";
+        expected.append(number).append("\" Activity=\"\" CostLine=\"\">");
+        expected += record + "</Entry>";
+    }
+    const store::OrderStore store = storeOf(orders(records));
+    RemovedRecords removed;
+    for (const xml::Node record : store.candidates(Section::Orders)) {
+        removed.add(store::OrderStore::keyOf(Section::Orders, record), record,
+                    RemovedRecords::Reason::Purge, "t");
+    }
+    EXPECT_TRUE(textOf(removed) == expected + "</Removed>");
+}
+
 TEST(RemovedRecords, DoesNotPutBackWhatIsThere) {
     store::OrderStore store = storeOf(full);
     const RemovedRecords removed = copiesOf(store, "A1");
