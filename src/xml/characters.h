@@ -16,6 +16,14 @@ constexpr bool isBlank(char c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r';
 }
 
+// Whether the byte is one of A to Z and a to z, or of 0 to 9.
+constexpr bool isLetter(char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+}
+constexpr bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
 // Whether the text is empty or white space only.
 bool isBlankText(std::string_view text);
 

@@ -10,14 +10,6 @@ namespace {
 
 constexpr std::string_view opening = "<?xml";
 
-bool isLetter(char c) {
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-}
-
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 void requireVersion(const Cursor& cursor, std::string_view version) {
     if (version.size() < 3 || !version.starts_with("1.") ||
         !std::all_of(version.begin() + 2, version.end(), isDigit)) {

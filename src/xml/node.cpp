@@ -1,5 +1,8 @@
 #include "xml/node.h"
 
+#include <algorithm>
+
+#include "xml/characters.h"
 #include "xml/writer.h"
 
 namespace tandril::xml {
@@ -24,6 +27,12 @@ Node nextNode(Node node, Node top) {
         node = node.parent();
     }
     return {};
+}
+
+// A name of plain letters and digits; others may be something else than a name to XPath.
+bool meansItselfInAQuery(std::string_view name) {
+    return !name.empty() && isLetter(name.front()) &&
+           std::all_of(name.begin(), name.end(), [](char c) { return isLetter(c) || isDigit(c); });
 }
 
 // What a node itself says: a text, a section, or the text that stands first in an element, which
@@ -72,7 +81,11 @@ Node child(Node parent, std::string_view name) {
     return {};
 }
 
+// The library walks its own tree several times as fast as one can from outside.
 Node firstElement(Node node, std::string_view name) {
+    if (meansItselfInAQuery(name)) {
+        return node.select_node(("descendant-or-self::" + std::string(name)).c_str()).node();
+    }
     Node current = node;
     while (current && !isNamed(current, name)) {
         current = nextElement(current, node);

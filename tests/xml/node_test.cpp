@@ -39,7 +39,22 @@ TEST(Node, FindsTheFirstElementInDocumentOrder) {
     EXPECT_EQ(attribute(firstElement(document.root(), "c"), "n"), "1");
     EXPECT_EQ(firstElement(document.root(), "a"), document.root());
     EXPECT_FALSE(firstElement(document.root(), "d"));
+    EXPECT_FALSE(firstElement(Node(), "a"));
+    EXPECT_FALSE(firstElement(Node(), "a:a"));
     EXPECT_EQ(attribute(child(document.root(), "c"), "n"), "2");
+}
+
+// Names may be any text that a page hands over.
+TEST(Node, FindsElementsByNamesThatMeanSomethingInAQuery) {
+    const Document document =
+        parsed("<a><n:b><é/><text/><div/><b-1/></n:b><b/><c d='1'/><or9/></a>");
+    for (const char* const name : {"a", "b", "c", "n:b", "é", "text", "div", "b-1", "or9"}) {
+        EXPECT_STREQ(firstElement(document.root(), name).name(), name);
+    }
+    for (const char* const name : {"", "*", ".", "..", "n:*", "b[1]", "b|c", "c/@d", "text()",
+                                   "node()", "b ", " b", "9", "'"}) {
+        EXPECT_FALSE(firstElement(document.root(), name)) << name;
+    }
 }
 
 TEST(Node, StopsTheWalkAtTheTop) {
