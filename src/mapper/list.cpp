@@ -1,16 +1,19 @@
 #include "mapper/list.h"
 
+#include <initializer_list>
+
 #include "html/html.h"
 #include "mapper/stamp.h"
 
 namespace tandril::mapper {
 namespace {
 
-std::string centred(std::string_view content) {
-    std::string text("<td align=center>&nbsp;");
-    text += content;
-    text += "</td>";
-    return text;
+void appendCentred(std::string& html, std::initializer_list<std::string_view> content) {
+    html += "<td align=center>&nbsp;";
+    for (const std::string_view part : content) {
+        html += part;
+    }
+    html += "</td>";
 }
 
 std::string hyperlink(std::string_view field, std::string_view value, std::string_view form) {
@@ -41,23 +44,22 @@ ColumnHeader columnHeader(const FieldMapper& mapper, std::string_view section) {
     return header;
 }
 
-std::string listCell(const FieldMapper& mapper, std::string_view section, xml::Node field,
-                     std::string_view form) {
+void appendListCell(std::string& html, const FieldMapper& mapper, std::string_view section,
+                    xml::Node field, std::string_view form) {
     const FieldProperties properties = mapper.properties(section, field.name());
     if (!properties.isListColumn()) {
-        return {};
+        return;
     }
     const std::string value = xml::text(field);
     if (properties.dataType == "e") {
-        return codeCell(mapper, field.name(), value);
+        html += codeCell(mapper, field.name(), value);
+    } else if (properties.hasHyperlink) {
+        appendCentred(html, {hyperlink(field.name(), value, form)});
+    } else if (properties.dataType == "u" && !value.empty()) {
+        appendCentred(html, {monthDayYear(value), " ", hourMinute(value)});
+    } else {
+        appendCentred(html, {value});
     }
-    if (properties.hasHyperlink) {
-        return centred(hyperlink(field.name(), value, form));
-    }
-    if (properties.dataType == "u" && !value.empty()) {
-        return centred(monthDayYear(value) + " " + std::string(hourMinute(value)));
-    }
-    return centred(value);
 }
 
 std::string codeCell(const FieldMapper& mapper, std::string_view field, std::string_view code) {

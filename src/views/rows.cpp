@@ -40,7 +40,7 @@ std::string orderRow(std::string_view order, int columns) {
 void appendFieldCells(std::string& html, const mapper::FieldMapper& mapper,
                       std::string_view section, xml::Node record, std::string_view form) {
     for (const xml::Node field : xml::elements(record)) {
-        html += mapper::listCell(mapper, section, field, form);
+        mapper::appendListCell(html, mapper, section, field, form);
     }
 }
 
