@@ -102,8 +102,12 @@ class Run {
         }
     }
 
-    // Puts the files back as they are before the call.
-    void reset() { case_.hasStore ? workplace_.putStore(store_) : workplace_.removeStore(); }
+    // Puts everything back as it is before the call: the files, and the store of the call before,
+    // which a new process does not have to give up first.
+    void reset() {
+        case_.hasStore ? workplace_.putStore(store_) : workplace_.removeStore();
+        workplace_.module().lastStore.reset();
+    }
 
     std::string call() { return case_.call(workplace_.client(), given_); }
 
