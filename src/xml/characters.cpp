@@ -59,7 +59,7 @@ bool isNameCharacter(char32_t c) {
 }
 
 bool isBlankText(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), isBlank);
+    return std::all_of(text.begin(), text.end(), [](char c) { return isBlank(c); });
 }
 
 }  // namespace tandril::xml

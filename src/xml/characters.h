@@ -11,9 +11,12 @@ bool isLegal(char32_t character);
 bool isNameStart(char32_t character);
 bool isNameCharacter(char32_t character);
 
-// Whether the byte is one of XML's four white-space characters.
+// Whether the byte, or the character, is one of XML's four white-space characters.
 constexpr bool isBlank(char c) {
     return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
+constexpr bool isBlank(char32_t c) {
+    return c == U' ' || c == U'\t' || c == U'\n' || c == U'\r';
 }
 
 // Whether the byte is one of A to Z and a to z, or of 0 to 9.

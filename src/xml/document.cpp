@@ -19,7 +19,7 @@ constexpr unsigned alwaysParsed = pugi::parse_cdata | pugi::parse_comments | pug
 
 unsigned parseFlags(const Facts& facts) {
     return alwaysParsed |
-           (facts.hasInnerMarkup ? pugi::parse_ws_pcdata : pugi::parse_ws_pcdata_single);
+           (facts.mayHideBlanks ? pugi::parse_ws_pcdata : pugi::parse_ws_pcdata_single);
 }
 
 bool hasElementChild(Node node) {
@@ -100,7 +100,7 @@ std::optional<Document> Document::build(std::string&& text, const Facts& facts) 
         return std::nullopt;
     }
     document.parsed_->last = tree.last_child();
-    if (facts.hasInnerMarkup) {
+    if (facts.mayHideBlanks) {
         dropBlankText(document.root());
     }
     return document;
@@ -118,7 +118,7 @@ Node Document::parseBeside(const CheckedText& text) {
     while (root && root.type() != pugi::node_element) {
         root = root.next_sibling();
     }
-    if (text.facts.hasInnerMarkup) {
+    if (text.facts.mayHideBlanks) {
         dropBlankText(root);
     }
     return root;

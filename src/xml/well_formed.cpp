@@ -81,7 +81,7 @@ class Scanner {
     }
 
     void innerMarkup() {
-        facts_.hasInnerMarkup = true;
+        isMarkupLast_ = true;
         if (cursor_.startsWith("<!--")) {
             comment();
         } else if (cursor_.startsWith("<![CDATA[")) {
@@ -123,12 +123,15 @@ class Scanner {
     }
 
     void characterData() {
-        charactersUntil('<', plainTextLength, [this] { specialInText(); });
+        const std::size_t start = cursor_.position();
+        charactersUntil('<', plainTextLength, [this, start] { specialInText(start); });
     }
 
-    void specialInText() {
+    void specialInText(std::size_t start) {
         if (cursor_.current() == '&') {
-            reference();
+            const bool isBlankSoFar = isBlankText(cursor_.from(start));
+            const bool isBlankReference = isBlank(reference());
+            facts_.mayHideBlanks |= isBlankSoFar && isBlankReference;
             return;
         }
         if (cursor_.startsWith("]]>")) {
@@ -137,25 +140,25 @@ class Scanner {
         cursor_.advance(1);
     }
 
-    void reference() {
+    // Returns the character that is meant.
+    char32_t reference() {
         cursor_.advance(1);
         if (!cursor_.atEnd() && cursor_.current() == '#') {
             cursor_.advance(1);
-            characterReference();
-            return;
+            return characterReference();
         }
-        static constexpr std::array<std::string_view, 5> known{"amp;", "lt;", "gt;", "quot;",
-                                                               "apos;"};
-        for (const std::string_view entity : known) {
+        static constexpr std::array<std::pair<std::string_view, char32_t>, 5> known{
+            {{"amp;", U'&'}, {"lt;", U'<'}, {"gt;", U'>'}, {"quot;", U'"'}, {"apos;", U'\''}}};
+        for (const auto& [entity, character] : known) {
             if (cursor_.startsWith(entity)) {
                 cursor_.advance(entity.size());
-                return;
+                return character;
             }
         }
         cursor_.fail("an entity is not known");
     }
 
-    void characterReference() {
+    char32_t characterReference() {
         const bool hexadecimal = !cursor_.atEnd() && cursor_.current() == 'x';
         if (hexadecimal) {
             cursor_.advance(1);
@@ -174,6 +177,7 @@ class Scanner {
             cursor_.fail("a character reference is malformed");
         }
         cursor_.advance(1);
+        return character;
     }
 
     static int digitOf(char c, bool hexadecimal) {
@@ -191,6 +195,7 @@ class Scanner {
 
     // Returns the name of the element.
     std::string_view startTag() {
+        isMarkupLast_ = false;
         cursor_.require('<', "an element is expected");
         const std::string_view tag = cursor_.name();
         attributes_.clear();
@@ -269,6 +274,8 @@ class Scanner {
     }
 
     void endTag() {
+        facts_.mayHideBlanks |= isMarkupLast_;
+        isMarkupLast_ = false;
         cursor_.advance(2);
         const std::string_view& tag = open_.back();
         if (!cursor_.startsWith(tag)) {
@@ -325,6 +332,7 @@ class Scanner {
 
     Cursor cursor_;
     Facts& facts_;
+    bool isMarkupLast_ = false;  // other markup was the last to come, not a tag
     std::vector<std::string_view> open_;        // names of the elements around the position
     std::vector<std::string_view> attributes_;  // of the tag being read
     std::unordered_set<std::string_view> attributeSet_;  // the same, when there are many

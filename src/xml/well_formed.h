@@ -27,8 +27,10 @@ struct Facts {
     Declaration declaration;
     // The name of the root element; a view into the checked text.
     std::string_view root;
-    // Whether a comment, a processing instruction or a CDATA section stands inside the root.
-    bool hasInnerMarkup = false;
+    // Whether there may be blank text that a parser which looks at no more than the next tag cannot
+    // tell to keep or to drop: it is written by references, or a comment, a processing instruction
+    // or a CDATA section stands beside it in an element that may hold no other elements.
+    bool mayHideBlanks = false;
 };
 
 // Elements may nest this deep, far beyond any real document, so that no hostile one can exhaust

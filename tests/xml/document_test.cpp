@@ -24,6 +24,18 @@ TEST(Document, DropsBlankTextBesideCommentsToo) {
               "<a><!-- c --><b> <!-- d --> </b><![CDATA[ ]]></a>");
 }
 
+TEST(Document, DropsBlankTextBesideCommentsBetweenElements) {
+    EXPECT_EQ(reparsed("<a> <!-- c --> <b> <?d?> <e> </e> </b> <!-- f --> <g/> </a>"),
+              "<a><!-- c --><b><?d?><e> </e></b><!-- f --><g/></a>");
+    EXPECT_EQ(reparsed("<a> <b/> <!-- c --> <d> <e/> <![CDATA[f]]> </d> </a>"),
+              "<a><b/><!-- c --><d><e/><![CDATA[f]]></d></a>");
+}
+
+TEST(Document, BlankTextIsBlankHoweverItIsWritten) {
+    EXPECT_EQ(reparsed("<a>&#32;<b>&#9;</b>&#xA; <c/> &#32;x</a>"),
+              "<a><b>\t</b><c/>  x</a>");
+}
+
 TEST(Document, KeepsCommentsInstructionsAndSections) {
     const std::string text = "<!--a--><?b c?><d><!--e--><?f?><![CDATA[<g>]]></d><!--h-->";
     EXPECT_EQ(reparsed(text), text);
