@@ -7,8 +7,10 @@
 
 #include "platform/fault.h"
 #include "platform/home/reg_text.h"
+#include "store/sections.h"
 #include "target.h"
 #include "xml/document.h"
+#include "xml/node.h"
 
 namespace tandril::fuzz {
 namespace {
@@ -55,9 +57,25 @@ void readAndWrite(std::string_view input) {
     }
 }
 
+// Looking at parts first, in either order, makes no difference.
+void readInParts(std::string_view input) {
+    const auto whole = xml::Document::decode(std::string(input));
+    const auto divided = xml::Document::decode(std::string(input), store::sectionNames);
+    require(whole.has_value() == divided.has_value(), "both are read or neither");
+    if (!whole) return;
+    const auto textOf = [](const xml::Document& document, std::string_view name) {
+        return xml::toText(xml::firstElement(document.rootWith(name), name));
+    };
+    for (const char* const name : {"ccsocservcactv", "ccsocservcordr", "record"}) {
+        require(textOf(*divided, name) == textOf(*whole, name), "a part is the same");
+    }
+    require(divided->bytes() == whole->bytes(), "the parts make up the whole");
+}
+
 void runXml(std::string_view input) {
     compareWithOtherParser(input);
     readAndWrite(input);
+    readInParts(input);
 }
 
 void setAndReadBack(RegText registry, const std::string& value) {

@@ -57,11 +57,19 @@ Call::Call(Module& module, std::string_view action)
 }
 
 store::OrderStore* Call::store() {
+    return loadedStore({});
+}
+
+const store::OrderStore* Call::storeToRead() {
+    return loadedStore(store::sectionNames);
+}
+
+store::OrderStore* Call::loadedStore(xml::PartNames names) {
     if (!hasLoadedStore_) {
         hasLoadedStore_ = true;
         // First, since two stores in memory are one too many.
         module_.lastStore.reset();
-        module_.lastStore = store::OrderStore::from(xml::load(files(), paths::store));
+        module_.lastStore = store::OrderStore::from(xml::load(files(), paths::store, names));
     }
     return module_.lastStore ? &*module_.lastStore : nullptr;
 }
@@ -148,6 +156,10 @@ std::string Call::fail(std::string_view code, const std::vector<LogLine>& more) 
 
 std::optional<std::string> Call::failWithoutStore(const std::vector<LogLine>& more) {
     return store() == nullptr ? std::optional(fail("SLBEU0260", more)) : std::nullopt;
+}
+
+std::optional<std::string> Call::failWithoutStoreToRead() {
+    return storeToRead() == nullptr ? std::optional(fail("SLBEU0260")) : std::nullopt;
 }
 
 std::optional<std::string> Call::failWithoutMapper() {

@@ -41,6 +41,8 @@ class Call {
     // The documents; null when the file cannot be loaded. A store that loads becomes the module's
     // last store, and one that does not empties it.
     store::OrderStore* store();
+    // The store for a call that only looks at it: what it does not look at is not parsed.
+    const store::OrderStore* storeToRead();
     store::UploadReport* report();
     const mapper::FieldMapper* mapper();
 
@@ -72,6 +74,7 @@ class Call {
     std::string fail(std::string_view code, const std::vector<LogLine>& more = {});
     // The same when the document cannot be loaded; nothing, and no failure, when it can.
     std::optional<std::string> failWithoutStore(const std::vector<LogLine>& more = {});
+    std::optional<std::string> failWithoutStoreToRead();
     std::optional<std::string> failWithoutMapper();
 
     // Appends the action's header and then the lines to the log. Throws Fault when there is no log.
@@ -88,6 +91,7 @@ class Call {
     void abandon() noexcept;
 
   private:
+    store::OrderStore* loadedStore(xml::PartNames names);
     std::optional<platform::Content> newStore() const;
     std::optional<platform::Content> newReport();
     void loadCopies();

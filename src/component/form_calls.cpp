@@ -17,7 +17,7 @@ constexpr std::string_view noStyleSheet = "Unable to load Harbrook Style Sheet";
 std::string showRecord(Call& call, const forms::FormKind& kind, const forms::RecordKey& key,
                        bool correctsError) {
     std::optional<std::string> form = forms::detailForm(
-        *call.mapper(), *call.store(), kind, forms::keyAt(kind.level, key), correctsError);
+        *call.mapper(), *call.storeToRead(), kind, forms::keyAt(kind.level, key), correctsError);
     if (!form) {
         call.fail(noRecord);
     }
@@ -43,17 +43,17 @@ std::string drawNumber(Call& call, forms::Level level) {
 
 // What a cost line's form shows of its activity; nothing when there is no store.
 std::string descriptionFor(Call& call, forms::Level level, const forms::RecordKey& parent) {
-    if (level != forms::Level::Line || call.store() == nullptr) {
+    if (level != forms::Level::Line || call.storeToRead() == nullptr) {
         return {};
     }
-    return forms::activityDescription(*call.store(), parent);
+    return forms::activityDescription(*call.storeToRead(), parent);
 }
 
 }  // namespace
 
 std::string details(Call& call, const std::string& kindNumber, const forms::RecordKey& key,
                     bool correctsError) {
-    if (call.failWithoutStore() || call.failWithoutMapper()) {
+    if (call.failWithoutStoreToRead() || call.failWithoutMapper()) {
         return {};
     }
     const forms::FormKind* kind = forms::formKind(kindNumber);
@@ -61,7 +61,7 @@ std::string details(Call& call, const std::string& kindNumber, const forms::Reco
 }
 
 std::string registrationDetails(Call& call, const forms::RecordKey& key, bool correctsError) {
-    if (call.failWithoutStore() || call.failWithoutMapper()) {
+    if (call.failWithoutStoreToRead() || call.failWithoutMapper()) {
         return {};
     }
     return showRecord(call, forms::hourRegistrationKind(), key, correctsError);
@@ -86,10 +86,10 @@ std::string newActivity(Call& call, const std::string& kindNumber) {
         return {};
     }
     const std::string number = drawNumber(call, kind.level);
-    const auto failure = call.failWithoutStore();
+    const auto failure = call.failWithoutStoreToRead();
     return forms::newActivityForm(
         *call.mapper(), number,
-        failure ? *failure : forms::orderSelectRow(*call.mapper(), *call.store()));
+        failure ? *failure : forms::orderSelectRow(*call.mapper(), *call.storeToRead()));
 }
 
 std::string newMaterialLine(Call& call) {
@@ -109,13 +109,13 @@ std::string newRegistration(Call& call) {
 }
 
 std::string orderOptions(Call& call) {
-    const auto failure = call.failWithoutStore();
-    return failure ? *failure : forms::orderOptions(*call.store());
+    const auto failure = call.failWithoutStoreToRead();
+    return failure ? *failure : forms::orderOptions(*call.storeToRead());
 }
 
 std::string activityOptions(Call& call, const std::string& order) {
-    const auto failure = call.failWithoutStore();
-    return failure ? *failure : forms::activityOptions(*call.store(), order);
+    const auto failure = call.failWithoutStoreToRead();
+    return failure ? *failure : forms::activityOptions(*call.storeToRead(), order);
 }
 
 std::string registrationHeadings(Call& call, std::int16_t& columns, const std::string& section) {

@@ -13,7 +13,7 @@ bool mayGoOn(Call& call, Checks checks) {
 
 // Loads what every list reads. Returns whether the list can be built; the failure is told then.
 bool loadDocuments(Call& call, Checks checks) {
-    return !call.failWithoutStore() && mayGoOn(call, checks) && !call.failWithoutMapper() &&
+    return !call.failWithoutStoreToRead() && mayGoOn(call, checks) && !call.failWithoutMapper() &&
            mayGoOn(call, checks);
 }
 
@@ -57,7 +57,7 @@ std::string records(Call& call, views::RecordList list) {
     if (!loadDocuments(call, checksOf(list))) {
         return {};
     }
-    std::string html = views::recordList(list, *call.store(), *call.mapper());
+    std::string html = views::recordList(list, *call.storeToRead(), *call.mapper());
     if (html.empty()) {
         setActionOfEmptyList(call, list);
         call.fail(views::emptyMessage(list));
@@ -70,15 +70,16 @@ std::string costLines(Call& call, views::Lines lines, std::string_view costType,
     if (!isKnownMode(call) || !loadDocuments(call, Checks::ErrorText)) {
         return {};
     }
-    return orEmptyMessage(
-        call, views::costLineList(lines, costType, order, activity, *call.store(), *call.mapper()));
+    return orEmptyMessage(call, views::costLineList(lines, costType, order, activity,
+                                                    *call.storeToRead(), *call.mapper()));
 }
 
 std::string hourRegistrations(Call& call, views::Lines lines) {
     if (!isKnownMode(call) || !loadDocuments(call, Checks::ErrorText)) {
         return {};
     }
-    return orEmptyMessage(call, views::hourRegistrationList(lines, *call.store(), *call.mapper()));
+    return orEmptyMessage(call,
+                          views::hourRegistrationList(lines, *call.storeToRead(), *call.mapper()));
 }
 
 std::string activityCostLines(Call& call, std::string_view digit, std::string_view order,

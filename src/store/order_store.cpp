@@ -8,10 +8,6 @@ namespace {
 // Members of a group are looked at one by one up to this many; beyond, an index pays off.
 constexpr std::size_t fewMembers = 16;
 
-bool isCandidate(Section section, xml::Node element) {
-    return xml::isNamed(element, section == Section::Orders ? orderElement : groupElement);
-}
-
 std::string_view orderOf(Section section, xml::Node element) {
     return xml::attribute(element, section == Section::Orders ? orderKey : groupOrderKey);
 }
@@ -20,51 +16,52 @@ std::string activityKeyOf(xml::Node group) {
     return joinedKey({xml::attribute(group, groupOrderKey), xml::attribute(group, activityKey)});
 }
 
-// Shows every element of a section's name, and every order and group of a section, in document
-// order.
-template <class VisitSection, class VisitCandidate>
-void visitBelow(xml::Node parent, const VisitSection& visitSection,
-                const VisitCandidate& visitCandidate) {
-    const auto section = sectionNamed(parent.name());
-    if (section) {
-        visitSection(*section, parent);
-    }
-    for (const xml::Node child : xml::elements(parent)) {
-        if (section && isCandidate(*section, child)) {
-            visitCandidate(*section, child);
-        } else {
-            visitBelow(child, visitSection, visitCandidate);
-        }
-    }
-}
-
-void passOver(Section /*section*/, xml::Node /*element*/) {}
-
-const char* memberKey(xml::Node group) {
-    return xml::isNamed(group.parent(), sectionName(Section::Activities)) ? activityKey : lineKey;
+// The key's attribute in the members of a group of the store.
+const char* memberKeyOf(xml::Node group) {
+    return memberKey(sectionNamed(group.parent().name()).value_or(Section::Material));
 }
 
 }  // namespace
 
 std::optional<OrderStore> OrderStore::from(std::optional<xml::Document> document) {
-    if (!document || !xml::isNamed(document->root(), rootName)) {
+    if (!document || document->name() != rootName) {
         return std::nullopt;
     }
     return OrderStore(std::move(*document));
 }
 
 OrderStore::SectionIndex& OrderStore::index(Section section) const {
-    if (!isIndexed_) {
-        const auto at = [this](Section place) -> SectionIndex& {
-            return indexes_[static_cast<std::size_t>(place)];
-        };
-        visitBelow(
-            document_.root(),
-            [&](Section place, xml::Node element) { at(place).elements.push_back(element); },
-            [&](Section place, xml::Node candidate) { at(place).candidates.push_back(candidate); });
-        isIndexed_ = true;
+    SectionIndex& found = indexes_[static_cast<std::size_t>(section)];
+    if (!found.isFilled) {
+        fill(section);
     }
-    return indexes_[static_cast<std::size_t>(section)];
+    return found;
+}
+
+// All sections that are there, since the walk is the same, or the one if more are not to be parsed.
+void OrderStore::fill(Section section) const {
+    const xml::Node root = document_.rootWith(sectionName(section));
+    std::array<SectionIndex*, allSections.size()> toFill{};
+    for (const Section place : allSections) {
+        SectionIndex& candidate = indexes_[static_cast<std::size_t>(place)];
+        if (!candidate.isFilled && (place == section || document_.isWhole())) {
+            toFill[static_cast<std::size_t>(place)] = &candidate;
+            candidate.isFilled = true;
+        }
+    }
+    const auto at = [&](Section place) { return toFill[static_cast<std::size_t>(place)]; };
+    visitBelow(
+        root,
+        [&](Section place, xml::Node element) {
+            if (at(place) != nullptr) {
+                at(place)->elements.push_back(element);
+            }
+        },
+        [&](Section place, xml::Node candidate) {
+            if (at(place) != nullptr) {
+                at(place)->candidates.push_back(candidate);
+            }
+        });
 }
 
 template <class KeyOf>
@@ -102,11 +99,12 @@ void OrderStore::addToIndex(Section section, xml::Node candidate) {
 }
 
 xml::Node OrderStore::section(Section section) const {
-    return xml::firstElement(document_.root(), sectionName(section));
+    const char* const name = sectionName(section);
+    return xml::firstElement(document_.rootWith(name), name);
 }
 
 std::vector<xml::Node> OrderStore::candidates(Section section) const {
-    return candidatesBelow(document_.root(), section);
+    return candidatesBelow(document_.rootWith(sectionName(section)), section);
 }
 
 RecordKey OrderStore::keyOf(Section section, xml::Node candidate) {
@@ -120,8 +118,7 @@ RecordKey OrderStore::keyOf(Section section, xml::Node candidate) {
 RecordKey OrderStore::keyOf(Section section, xml::Node group, xml::Node member) {
     RecordKey key = keyOf(section, group);
     const bool isActivity = section == Section::Activities;
-    (isActivity ? key.activity : key.line) =
-        xml::attribute(member, isActivity ? activityKey : lineKey);
+    (isActivity ? key.activity : key.line) = xml::attribute(member, memberKey(section));
     return key;
 }
 
@@ -134,7 +131,7 @@ xml::Node OrderStore::activityGroup(std::string_view order) const {
 }
 
 xml::Node OrderStore::activity(std::string_view order, std::string_view activity) const {
-    return member(activityGroup(order), activityKey, activity);
+    return member(activityGroup(order), memberKey(Section::Activities), activity);
 }
 
 xml::Node OrderStore::costGroup(Section section, std::string_view order,
@@ -144,7 +141,7 @@ xml::Node OrderStore::costGroup(Section section, std::string_view order,
 
 xml::Node OrderStore::line(Section section, std::string_view order, std::string_view activity,
                            std::string_view line) const {
-    return member(costGroup(section, order, activity), lineKey, line);
+    return member(costGroup(section, order, activity), memberKey(section), line);
 }
 
 xml::Node OrderStore::group(const RecordKey& key) const {
@@ -248,7 +245,7 @@ xml::Node OrderStore::takeInto(xml::Node group, xml::Node member) {
 xml::Node OrderStore::addedTo(xml::Node group, xml::Node member) {
     const auto many = members_.find(group.hash_value());
     if (many != members_.end()) {
-        many->second.add(xml::attribute(member, memberKey(group)), member);
+        many->second.add(xml::attribute(member, memberKeyOf(group)), member);
     }
     noteAddition(member);
     return member;
@@ -280,7 +277,7 @@ void OrderStore::removeMember(xml::Node member) {
     xml::Node group = member.parent();
     const auto many = members_.find(group.hash_value());
     if (many != members_.end()) {
-        many->second.remove(xml::attribute(member, memberKey(group)), member);
+        many->second.remove(xml::attribute(member, memberKeyOf(group)), member);
     }
     group.remove_child(member);
     isChanged_ = true;
@@ -333,7 +330,6 @@ void OrderStore::takeBack() {
     undo_.reset();
     isChanged_ = wasChanged_;
     // What was added since is in the indexes; the next look-up builds them anew.
-    isIndexed_ = false;
     indexes_ = {};
     members_.clear();
 }
@@ -357,24 +353,6 @@ xml::Node OrderStore::createSection(Section section) {
 
 bool isCostSection(Section section) {
     return costTypeOf(section) != nullptr;
-}
-
-std::vector<xml::Node> candidatesBelow(xml::Node root, Section section) {
-    std::vector<xml::Node> found;
-    visitBelow(root, passOver, [&](Section place, xml::Node candidate) {
-        if (place == section) {
-            found.push_back(candidate);
-        }
-    });
-    return found;
-}
-
-std::vector<Candidate> candidatesBelow(xml::Node root) {
-    std::vector<Candidate> found;
-    visitBelow(root, passOver, [&](Section section, xml::Node candidate) {
-        found.push_back({section, candidate});
-    });
-    return found;
 }
 
 std::string statusOf(xml::Node record) {

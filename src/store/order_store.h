@@ -9,6 +9,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "store/candidates.h"
 #include "store/key_index.h"
 #include "store/record_key.h"
 #include "store/sections.h"
@@ -112,6 +113,7 @@ class OrderStore {
     // One walk finds what belongs to each section; an index of its keys is built when the first key
     // is looked up in it.
     struct SectionIndex {
+        bool isFilled = false;
         std::vector<xml::Node> elements;     // all of the section's name, in document order
         std::vector<xml::Node> candidates;   // its orders or groups, while an index may be built
         std::optional<KeyIndex> byOrder;     // orders, and groups by their order
@@ -119,6 +121,7 @@ class OrderStore {
     };
 
     SectionIndex& index(Section section) const;
+    void fill(Section section) const;
     KeyIndex& byOrder(Section section) const;
     KeyIndex& byActivity(Section section) const;
     template <class KeyOf>
@@ -134,7 +137,6 @@ class OrderStore {
 
     xml::Document document_;
     bool isChanged_ = false;
-    mutable bool isIndexed_ = false;
     mutable std::array<SectionIndex, allSections.size()> indexes_;
     // The members of groups with many of them, by group.
     mutable std::unordered_map<std::size_t, KeyIndex> members_;
@@ -147,17 +149,6 @@ class OrderStore {
 std::string statusOf(xml::Node record);
 std::string_view stateOf(xml::Node record);
 bool isCostSection(Section section);
-
-// An order, or a group of another section.
-struct Candidate {
-    Section section;
-    xml::Node element;
-};
-
-// All of them below a root, or those of a section, in document order.
-std::vector<Candidate> candidatesBelow(xml::Node root);
-// Sections inside of records are not looked for.
-std::vector<xml::Node> candidatesBelow(xml::Node root, Section section);
 
 // Changes of a store that are taken back at the end of the scope unless they were kept.
 class Transaction {

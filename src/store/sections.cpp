@@ -6,10 +6,6 @@
 namespace tandril::store {
 namespace {
 
-constexpr std::array<const char*, allSections.size()> sectionNames{
-    "ccsocservcordr", "ccsocservcactv", "ccsocservcmatl",
-    "ccsocservclabr", "ccsocservcothr", "ccsocservchra"};
-
 template <class Matches>
 const CostType* findCostType(Matches matches) {
     const auto* found = std::find_if(costTypes.begin(), costTypes.end(), matches);
@@ -19,7 +15,7 @@ const CostType* findCostType(Matches matches) {
 }  // namespace
 
 const char* sectionName(Section section) {
-    return sectionNames[static_cast<std::size_t>(section)];
+    return sectionNames[static_cast<std::size_t>(section)].data();
 }
 
 std::optional<Section> sectionNamed(std::string_view name) {

@@ -30,9 +30,17 @@ inline constexpr const char* activityKey = "Activity";   // of an activity and o
 inline constexpr const char* lineKey = "LineNumber";
 inline constexpr const char* stateAttribute = "State";
 
-// The name of the section's element; terminated by a zero.
+// The names of the sections' elements; terminated by zeros.
+inline constexpr std::array<std::string_view, allSections.size()> sectionNames{
+    "ccsocservcordr", "ccsocservcactv", "ccsocservcmatl",
+    "ccsocservclabr", "ccsocservcothr", "ccsocservchra"};
 const char* sectionName(Section section);
 std::optional<Section> sectionNamed(std::string_view name);
+
+// The attribute that tells the members of a group of the section apart; terminated by a zero.
+constexpr const char* memberKey(Section section) {
+    return section == Section::Activities ? activityKey : lineKey;
+}
 
 // The kinds of cost lines, with the words that the page and the server use for them.
 struct CostType {

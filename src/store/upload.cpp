@@ -46,7 +46,7 @@ class Selection {
     }
 
     void selectMembers(Section section, xml::Node group) {
-        const char* const key = section == Section::Activities ? activityKey : lineKey;
+        const char* const key = memberKey(section);
         std::optional<xml::Node> first;  // group with these keys
         for (const xml::Node member : xml::elements(group)) {
             if (!isToBeSent(stateOf(member))) {

@@ -10,7 +10,7 @@
 #include "xml/well_formed.h"
 
 // What the well-formedness check is made of: a position in the text that moves forward over
-// characters, blanks, names and quoted values, or stops at the first problem.
+// characters, blanks, references, names and quoted values, or stops at the first problem.
 namespace tandril::xml {
 
 // Classes of bytes, so that the long runs of ordinary text are passed over with one look each.
@@ -109,10 +109,13 @@ class Cursor {
         }
         return from(start);
     }
+    // Passes over a reference to a character and returns that.
+    char32_t reference();
     // A value between single or double quotes, taken as it stands.
     std::string_view quoted();
 
   private:
+    char32_t characterReference();
     // Passes over the rest of a name that starts there.
     void restOfName(std::size_t start);
 

@@ -1,5 +1,6 @@
 #include "xml/document.h"
 
+#include <algorithm>
 #include <new>
 #include <utility>
 
@@ -17,9 +18,8 @@ constexpr unsigned alwaysParsed = pugi::parse_cdata | pugi::parse_comments | pug
                                   pugi::parse_escapes | pugi::parse_eol |
                                   pugi::parse_wconv_attribute | pugi::parse_embed_pcdata;
 
-unsigned parseFlags(const Facts& facts) {
-    return alwaysParsed |
-           (facts.mayHideBlanks ? pugi::parse_ws_pcdata : pugi::parse_ws_pcdata_single);
+unsigned parseFlags(bool mayHideBlanks) {
+    return alwaysParsed | (mayHideBlanks ? pugi::parse_ws_pcdata : pugi::parse_ws_pcdata_single);
 }
 
 bool hasElementChild(Node node) {
@@ -69,6 +69,20 @@ std::string_view withoutMark(std::string_view text) {
     return text.substr(text.starts_with(utf8Mark) ? utf8Mark.size() : 0);
 }
 
+std::string_view withoutBlankStart(std::string_view text) {
+    while (!text.empty() && isBlank(text.front())) {
+        text.remove_prefix(1);
+    }
+    return text;
+}
+
+std::string_view withoutBlankEnd(std::string_view text) {
+    while (!text.empty() && isBlank(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
+}
+
 // A declaration of UTF-16 leaves the order of the bytes open.
 bool areAlike(Encoding one, Encoding other) {
     return one == other || (isWide(one) && isWide(other));
@@ -81,37 +95,110 @@ std::string quoted(std::string_view name, std::string_view value) {
 
 }  // namespace
 
-std::optional<CheckedText> checked(std::string_view text) {
+std::optional<CheckedText> checked(std::string_view text, PartNames names) {
     CheckedText result{withoutMark(text), {}};
-    return checkWellFormed(result.text, result.facts) ? std::nullopt : std::optional(result);
+    return checkWellFormed(result.text, result.facts, names) ? std::nullopt : std::optional(result);
 }
 
-std::optional<Document> Document::build(std::string&& text, const Facts& facts) {
+std::optional<Document> Document::build(std::string&& text, PartNames names) {
     Document document;
-    document.version_ = facts.declaration.version;
-    document.encodingName_ = facts.declaration.encoding;
-    document.standalone_ = facts.declaration.standalone;
     document.parsed_ = std::make_unique<Parsed>();
     document.parsed_->text = std::move(text);
-    std::string& buffer = document.parsed_->text;
-    pugi::xml_document& tree = document.parsed_->tree;
-    if (!tree.load_buffer_inplace(buffer.data(), buffer.size(), parseFlags(facts),
-                                  pugi::encoding_utf8)) {
+    const std::optional<CheckedText> found = checked(document.parsed_->text, names);
+    if (!found) {
         return std::nullopt;
     }
-    document.parsed_->last = tree.last_child();
-    if (facts.mayHideBlanks) {
-        dropBlankText(document.root());
-    }
+    const Declaration& declaration = found->facts.declaration;
+    document.version_ = declaration.version;
+    document.encodingName_ = declaration.encoding;
+    document.standalone_ = declaration.standalone;
+    document.parsed_->mayHideBlanks = found->facts.mayHideBlanks;
+    document.parsed_->names = names;
+    found->facts.parts.empty() ? document.makeTree(*found) : document.divide(*found);
+    document.parsed_->last = document.parsed_->tree.last_child();
     return document;
+}
+
+void Document::makeTree(const CheckedText& text) {
+    const auto start = static_cast<std::size_t>(text.text.data() - parsed_->text.data());
+    // The text is well-formed: without memory, a part of it must not pass for all.
+    if (!parsed_->tree.load_buffer_inplace(parsed_->text.data() + start, text.text.size(),
+                                           parseFlags(parsed_->mayHideBlanks),
+                                           pugi::encoding_utf8)) {
+        throw std::bad_alloc();
+    }
+    if (parsed_->mayHideBlanks) {
+        dropBlankText(parsed_->tree.document_element());
+    }
+}
+
+// The tree of what stands around the parts comes first, with a place for each of them.
+void Document::divide(const CheckedText& text) {
+    const std::vector<Part>& parts = text.facts.parts;
+    const auto positionOf = [&](const char* place) {
+        return static_cast<std::size_t>(place - text.text.data());
+    };
+    const std::string_view last = parts.back().text;
+    std::string around(withoutBlankEnd(text.text.substr(0, positionOf(parts.front().text.data()))));
+    around += withoutBlankStart(text.text.substr(positionOf(last.data() + last.size())));
+    if (!parsed_->tree.load_buffer(around.data(), around.size(), parseFlags(parsed_->mayHideBlanks),
+                                   pugi::encoding_utf8)) {
+        throw std::bad_alloc();
+    }
+    Node root = parsed_->tree.document_element();
+    parsed_->waiting.reserve(parts.size());
+    for (const Part& part : parts) {
+        parsed_->waiting.push_back({part, root.append_child(std::string(part.name).c_str())});
+    }
+}
+
+Node Document::root() const {
+    makeParts([](const Part&) { return true; });
+    return parsed_->tree.document_element();
+}
+
+Node Document::rootWith(std::string_view name) const {
+    const PartNames& names = parsed_->names;
+    if (std::find(names.begin(), names.end(), name) == names.end()) {
+        return root();
+    }
+    makeParts([name](const Part& part) { return part.name == name; });
+    return parsed_->tree.document_element();
+}
+
+template <class IsWanted>
+void Document::makeParts(const IsWanted& isWanted) const {
+    std::vector<Waiting>& waiting = parsed_->waiting;
+    const auto rest = std::remove_if(waiting.begin(), waiting.end(), [&](const Waiting& one) {
+        const bool wanted = isWanted(one.part);
+        if (wanted) {
+            makePart(one);
+        }
+        return wanted;
+    });
+    waiting.erase(rest, waiting.end());
+}
+
+void Document::makePart(const Waiting& waiting) const {
+    Node root = parsed_->tree.document_element();
+    const std::string_view text = waiting.part.text;
+    if (!root.append_buffer(text.data(), text.size(), parseFlags(parsed_->mayHideBlanks),
+                            pugi::encoding_utf8)) {
+        throw std::bad_alloc();
+    }
+    const Node made = root.insert_move_before(root.last_child(), waiting.place);
+    root.remove_child(waiting.place);
+    if (parsed_->mayHideBlanks) {
+        dropBlankText(made);
+    }
 }
 
 Node Document::parseBeside(const CheckedText& text) {
     pugi::xml_document& tree = parsed_->tree;
     const Node before = tree.last_child();
     // The text is well-formed: without memory, a part of it must not pass for all.
-    if (!tree.append_buffer(text.text.data(), text.text.size(), parseFlags(text.facts),
-                            pugi::encoding_utf8)) {
+    if (!tree.append_buffer(text.text.data(), text.text.size(),
+                            parseFlags(text.facts.mayHideBlanks), pugi::encoding_utf8)) {
         throw std::bad_alloc();
     }
     Node root = before.next_sibling();
@@ -125,9 +212,7 @@ Node Document::parseBeside(const CheckedText& text) {
 }
 
 std::optional<Document> Document::parse(std::string_view text) {
-    const std::optional<CheckedText> found = checked(text);
-    std::optional<Document> document =
-        found ? build(std::string(found->text), found->facts) : std::nullopt;
+    std::optional<Document> document = build(std::string(text), {});
     if (document) {
         document->writeAsDeclared();
     }
@@ -151,14 +236,12 @@ void Document::writeAsDeclared() {
     }
 }
 
-std::optional<Document> Document::decode(std::string bytes) {
+std::optional<Document> Document::decode(std::string bytes, PartNames names) {
     std::optional<DecodedText> decoded = decodeDocument(std::move(bytes));
     if (!decoded) {
         return std::nullopt;
     }
-    const std::optional<CheckedText> found = checked(decoded->text);
-    std::optional<Document> document =
-        found ? build(std::move(decoded->text), found->facts) : std::nullopt;
+    std::optional<Document> document = build(std::move(decoded->text), names);
     if (document) {
         document->encoding_ = decoded->encoding;
         document->hasMark_ = decoded->hadMark;
@@ -193,8 +276,9 @@ std::string Document::serialised(std::string_view encodingName, Markup appended)
 
 void Document::writeNodes(std::string& out, Markup appended,
                           const std::function<void(std::string& out)>& take) const {
+    const Node root = this->root();
     for (const Node node : ownNodes()) {
-        if (node == root() && !appended.empty()) {
+        if (node == root && !appended.empty()) {
             write(out, node, appended, take);
         } else {
             write(out, node, take);
@@ -232,12 +316,13 @@ platform::Content Document::content(Markup appended) const {
     });
 }
 
-std::optional<Document> load(const platform::FileSystem& files, std::string_view path) {
+std::optional<Document> load(const platform::FileSystem& files, std::string_view path,
+                             PartNames names) {
     if (!files.fileExists(path)) {
         return std::nullopt;
     }
     try {
-        return Document::decode(files.read(path));
+        return Document::decode(files.read(path), names);
     } catch (const Fault&) {
         return std::nullopt;
     }

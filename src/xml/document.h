@@ -31,20 +31,30 @@ struct CheckedText {
 
 // Nothing when the text is no such document (see checkWellFormed). Whatever encoding its
 // declaration names, it is read as UTF-8.
-std::optional<CheckedText> checked(std::string_view text);
+std::optional<CheckedText> checked(std::string_view text, PartNames names = {});
 
 // An XML document as a tree. Blank text between elements is dropped when it is made; comments,
 // processing instructions, CDATA sections and the declaration survive a load and save.
+//
+// Who reads a large document for a part of it can name the elements that it is divided into: where
+// they stand directly in the document element, each one's tree is made when it is asked for. Nobody
+// else sees a difference.
 class Document {
   public:
     // Makes the tree of a text; nothing when it cannot be checked.
     static std::optional<Document> parse(std::string_view text);
 
     // Makes the tree of a document's bytes, decoded as decodeDocument does.
-    static std::optional<Document> decode(std::string bytes);
+    static std::optional<Document> decode(std::string bytes, PartNames names = {});
 
     // The document element. Never null.
-    Node root() const { return parsed_->tree.document_element(); }
+    Node root() const;
+    // The same for who looks for elements of that name only: others may seem empty.
+    Node rootWith(std::string_view name) const;
+    // Whether every tree is made, so that nothing seems empty that is not.
+    bool isWhole() const { return parsed_->waiting.empty(); }
+    // The name of the document element.
+    std::string_view name() const { return parsed_->tree.document_element().name(); }
 
     // Makes the tree of another text, which lives as long as this document without being a part of
     // it: its elements may be moved over (see appendMoved), which costs neither time nor memory.
@@ -69,11 +79,19 @@ class Document {
   private:
     Document() = default;
 
+    // A part whose tree is not made yet; an empty element keeps its place.
+    struct Waiting {
+        Part part;
+        Node place;
+    };
     // The tree's names and values stay where they stand in the text that it was made of.
     struct Parsed {
         std::string text;
         pugi::xml_document tree;
         Node last;  // of the document's own nodes; behind it stands what was parsed beside it
+        std::vector<Waiting> waiting;
+        PartNames names;  // that they were divided by
+        bool mayHideBlanks = false;
     };
 
     std::unique_ptr<Parsed> parsed_;
@@ -84,7 +102,12 @@ class Document {
     Encoding encoding_ = Encoding::Utf8;
     bool hasMark_ = false;
 
-    static std::optional<Document> build(std::string&& text, const Facts& facts);
+    static std::optional<Document> build(std::string&& text, PartNames names);
+    void makeTree(const CheckedText& text);
+    void divide(const CheckedText& text);
+    template <class IsWanted>
+    void makeParts(const IsWanted& isWanted) const;
+    void makePart(const Waiting& waiting) const;
     std::vector<Node> ownNodes() const;
     void writeAsDeclared();
     std::string declaration(std::string_view encodingName) const;
@@ -94,8 +117,9 @@ class Document {
                     const std::function<void(std::string& out)>& take) const;
 };
 
-// The document in the file; nothing when there is no such file, or it is not a well-formed
-// document. Throws Fault when an existing file cannot be read.
-std::optional<Document> load(const platform::FileSystem& files, std::string_view path);
+// The document in the file; nothing when there is no such file, it cannot be read, or it is not a
+// well-formed document.
+std::optional<Document> load(const platform::FileSystem& files, std::string_view path,
+                             PartNames names = {});
 
 }  // namespace tandril::xml

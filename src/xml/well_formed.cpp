@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <unordered_set>
 #include <utility>
 #include <vector>
@@ -15,7 +16,12 @@ namespace {
 // Walks over a document and stops at the first thing that a document may not have.
 class Scanner {
   public:
-    Scanner(std::string_view text, Facts& facts) : cursor_(text), facts_(facts) {}
+    Scanner(std::string_view text, Facts& facts, PartNames names)
+        : cursor_(text), facts_(facts), names_(names), hasParts_(!names.empty()) {
+        for (const std::string_view name : names_) {
+            lengths_ |= lengthBit(name);
+        }
+    }
 
     void document() {
         facts_.declaration = scanDeclaration(cursor_);
@@ -62,21 +68,52 @@ class Scanner {
     void content() {
         facts_.root = startTag();
         while (!open_.empty()) {
-            characterData();
-            if (cursor_.atEnd()) {
-                cursor_.fail("an element is not closed");
-            }
-            switch (cursor_.next()) {
-                case '/':
-                    endTag();
-                    break;
-                case '!':
-                case '?':
-                    innerMarkup();
-                    break;
-                default:
-                    startTag();
-            }
+            inRoot();
+        }
+        if (!hasParts_) {
+            facts_.parts.clear();
+        }
+    }
+
+    // The next thing that stands directly in the root, or its end.
+    void inRoot() {
+        cursor_.skipBlanks();
+        if (!isAtStartTag()) {
+            hasParts_ = hasParts_ && cursor_.startsWith("</");
+            inElement();
+            return;
+        }
+        const std::size_t start = cursor_.position();
+        const std::string_view name = startTag();
+        while (open_.size() > 1) {
+            inElement();
+        }
+        if (hasParts_) {
+            facts_.parts.push_back({name, cursor_.from(start)});
+        }
+    }
+
+    bool isAtStartTag() const {
+        return !cursor_.atEnd() && cursor_.current() == '<' && cursor_.next() != '/' &&
+               cursor_.next() != '!' && cursor_.next() != '?';
+    }
+
+    // Text, and the tag or other markup behind it.
+    void inElement() {
+        characterData();
+        if (cursor_.atEnd()) {
+            cursor_.fail("an element is not closed");
+        }
+        switch (cursor_.next()) {
+            case '/':
+                endTag();
+                break;
+            case '!':
+            case '?':
+                innerMarkup();
+                break;
+            default:
+                startTag();
         }
     }
 
@@ -130,7 +167,7 @@ class Scanner {
     void specialInText(std::size_t start) {
         if (cursor_.current() == '&') {
             const bool isBlankSoFar = isBlankText(cursor_.from(start));
-            const bool isBlankReference = isBlank(reference());
+            const bool isBlankReference = isBlank(cursor_.reference());
             facts_.mayHideBlanks |= isBlankSoFar && isBlankReference;
             return;
         }
@@ -140,64 +177,14 @@ class Scanner {
         cursor_.advance(1);
     }
 
-    // Returns the character that is meant.
-    char32_t reference() {
-        cursor_.advance(1);
-        if (!cursor_.atEnd() && cursor_.current() == '#') {
-            cursor_.advance(1);
-            return characterReference();
-        }
-        static constexpr std::array<std::pair<std::string_view, char32_t>, 5> known{
-            {{"amp;", U'&'}, {"lt;", U'<'}, {"gt;", U'>'}, {"quot;", U'"'}, {"apos;", U'\''}}};
-        for (const auto& [entity, character] : known) {
-            if (cursor_.startsWith(entity)) {
-                cursor_.advance(entity.size());
-                return character;
-            }
-        }
-        cursor_.fail("an entity is not known");
-    }
-
-    char32_t characterReference() {
-        const bool hexadecimal = !cursor_.atEnd() && cursor_.current() == 'x';
-        if (hexadecimal) {
-            cursor_.advance(1);
-        }
-        const std::size_t start = cursor_.position();
-        char32_t character = 0;
-        while (!cursor_.atEnd() && cursor_.current() != ';') {
-            const int digit = digitOf(cursor_.current(), hexadecimal);
-            if (digit < 0 || character > 0x10FFFF) {
-                cursor_.fail("a character reference is malformed");
-            }
-            character = character * (hexadecimal ? 16U : 10U) + static_cast<char32_t>(digit);
-            cursor_.advance(1);
-        }
-        if (cursor_.atEnd() || cursor_.position() == start || !isLegal(character)) {
-            cursor_.fail("a character reference is malformed");
-        }
-        cursor_.advance(1);
-        return character;
-    }
-
-    static int digitOf(char c, bool hexadecimal) {
-        if (c >= '0' && c <= '9') {
-            return c - '0';
-        }
-        if (hexadecimal && c >= 'a' && c <= 'f') {
-            return c - 'a' + 10;
-        }
-        if (hexadecimal && c >= 'A' && c <= 'F') {
-            return c - 'A' + 10;
-        }
-        return -1;
-    }
-
     // Returns the name of the element.
     std::string_view startTag() {
         isMarkupLast_ = false;
         cursor_.require('<', "an element is expected");
         const std::string_view tag = cursor_.name();
+        if ((lengths_ & lengthBit(tag)) != 0 && open_.size() > 1) {
+            hasParts_ = hasParts_ && std::find(names_.begin(), names_.end(), tag) == names_.end();
+        }
         attributes_.clear();
         while (true) {
             const bool separated = cursor_.skipBlanks();
@@ -221,6 +208,11 @@ class Scanner {
             }
             attribute();
         }
+    }
+
+    // Tells most names apart from those of parts at a glance.
+    static std::uint64_t lengthBit(std::string_view name) {
+        return std::uint64_t{1} << (name.size() % 64);
     }
 
     void attribute() {
@@ -267,7 +259,7 @@ class Scanner {
             cursor_.fail("\"<\" stands in an attribute value");
         }
         if (cursor_.current() == '&') {
-            reference();
+            cursor_.reference();
             return;
         }
         cursor_.advance(1);
@@ -332,7 +324,10 @@ class Scanner {
 
     Cursor cursor_;
     Facts& facts_;
-    bool isMarkupLast_ = false;  // other markup was the last to come, not a tag
+    PartNames names_;
+    std::uint64_t lengths_ = 0;                 // of the names
+    bool hasParts_;                             // as far as is known
+    bool isMarkupLast_ = false;                 // other markup was the last to come, not a tag
     std::vector<std::string_view> open_;        // names of the elements around the position
     std::vector<std::string_view> attributes_;  // of the tag being read
     std::unordered_set<std::string_view> attributeSet_;  // the same, when there are many
@@ -340,10 +335,10 @@ class Scanner {
 
 }  // namespace
 
-std::optional<Problem> checkWellFormed(std::string_view text, Facts& facts) {
+std::optional<Problem> checkWellFormed(std::string_view text, Facts& facts, PartNames names) {
     facts = Facts();
     try {
-        Scanner(text, facts).document();
+        Scanner(text, facts, names).document();
     } catch (const Stop& stop) {
         return stop.problem;
     }

@@ -43,6 +43,45 @@ TEST(OrderStore, OfTwoRecordsWithTheSameKeyTheFirstCounts) {
     EXPECT_EQ(store.orderStatus("A1"), "20");
 }
 
+std::string someSections() {
+    return "<harbrook>" + activities(group("A1", activity("10", "O", "15"))) + "<x/>" +
+           material(costGroup("A1", "10", line("1", "O", "first"))) +
+           orders(order("A1", "O", "20")) + orders(order("A2", "N", "35")) + "</harbrook>";
+}
+
+OrderStore dividedStore(std::string_view text) {
+    return OrderStore::from(xml::Document::decode(std::string(text), store::sectionNames)).value();
+}
+
+TEST(OrderStore, OnlyTheSectionsThatAreLookedAtAreParsed) {
+    const OrderStore store = dividedStore(someSections());
+    EXPECT_EQ(store.activityStatus("A1", "10"), "15");
+    EXPECT_EQ(store.orderStatus("A2"), "35");
+    EXPECT_EQ(store.candidates(Section::Orders).size(), 2U);
+    EXPECT_EQ(xml::toText(store.section(Section::Orders)), orders(order("A1", "O", "20")));
+    EXPECT_FALSE(store.section(Section::Other));
+    EXPECT_EQ(xml::toText(store.document().rootWith("ccsocservcothr")),
+              "<harbrook>" + activities(group("A1", activity("10", "O", "15"))) +
+                  "<x/><ccsocservcmatl/>" + orders(order("A1", "O", "20")) +
+                  orders(order("A2", "N", "35")) + "</harbrook>");
+    EXPECT_EQ(xml::text(store.line(Section::Material, "A1", "10", "1")), "first");
+    EXPECT_EQ(store.document().text(), someSections());
+}
+
+TEST(OrderStore, SectionsThatAreNotParsedYetStayThroughChanges) {
+    OrderStore store = dividedStore(someSections());
+    store.remove(Section::Orders, store.order("A2"));
+    store.setText(xml::elementAt(store.activity("A1", "10"), 0), "35");
+    store.appendGroup(Section::Other, "A1", "10");
+    EXPECT_EQ(store.document().text(),
+              "<harbrook>" + activities(group("A1", activity("10", "O", "35"))) + "<x/>" +
+                  material(costGroup("A1", "10", line("1", "O", "first"))) +
+                  orders(order("A1", "O", "20")) + orders("") +
+                  other("<ServiceOrder ID=\"A1\" Activity=\"10\"/>") + "</harbrook>");
+    EXPECT_TRUE(store.costGroup(Section::Other, "A1", "10"));
+    EXPECT_TRUE(store.order("A1"));
+}
+
 TEST(OrderStore, KeysCompareExactlyAndAMissingOneIsEmpty) {
     const OrderStore store =
         storeOf(orders("<record><OrderStatus>15</OrderStatus></record>" + order("a1", "O", "20")) +

@@ -32,8 +32,7 @@ TEST(Document, DropsBlankTextBesideCommentsBetweenElements) {
 }
 
 TEST(Document, BlankTextIsBlankHoweverItIsWritten) {
-    EXPECT_EQ(reparsed("<a>&#32;<b>&#9;</b>&#xA; <c/> &#32;x</a>"),
-              "<a><b>\t</b><c/>  x</a>");
+    EXPECT_EQ(reparsed("<a>&#32;<b>&#9;</b>&#xA; <c/> &#32;x</a>"), "<a><b>\t</b><c/>  x</a>");
 }
 
 TEST(Document, KeepsCommentsInstructionsAndSections) {
@@ -93,6 +92,68 @@ TEST(Document, ElementsMoveIntoItFromWhatWasParsedBesideIt) {
     EXPECT_EQ(document.text(), "<a><b/><c d=\"1\">e<g/></c></a>");
     EXPECT_EQ(toText(other), "<x><f/></x>");
     EXPECT_EQ(toText(again), "<y/>");
+}
+
+// The elements that some documents of these tests are divided into.
+constexpr std::string_view dividing[] = {"one", "two"};
+
+Document divided(std::string_view text) {
+    return Document::decode(std::string(text), dividing).value();
+}
+
+TEST(Document, WhatItIsDividedIntoIsParsedWhenItIsAskedFor) {
+    const Document document =
+        divided("<?xml version='1.0'?> <a b='c'> <one>1</one> <x/> <two> <y/> </two> <one/> </a>");
+    EXPECT_EQ(document.name(), "a");
+    EXPECT_EQ(toText(document.rootWith("one")), "<a b=\"c\"><one>1</one><x/><two/><one/></a>");
+    EXPECT_FALSE(document.isWhole());
+    EXPECT_EQ(toText(document.rootWith("two")),
+              "<a b=\"c\"><one>1</one><x/><two><y/></two><one/></a>");
+    EXPECT_FALSE(document.isWhole());
+    document.root();
+    EXPECT_TRUE(document.isWhole());
+}
+
+TEST(Document, WhoAsksForOtherElementsSeesAllOfIt) {
+    const Document document = divided("<a><one>1</one><x><z>2</z></x></a>");
+    EXPECT_EQ(toText(document.rootWith("z")), "<a><one>1</one><x><z>2</z></x></a>");
+    EXPECT_TRUE(document.isWhole());
+}
+
+TEST(Document, IsDividedOnlyWhereThePartsCanBeToldApart) {
+    for (const std::string_view text :
+         {"<a><one><x><two/></x></one></a>", "<a><!--b--><one/></a>", "<a><one/><?b?></a>",
+          "<a>b<one/></a>", "<a><one/>&#32;</a>", "<a><![CDATA[]]><one/></a>", "<a/>",
+          "<a>  </a>"}) {
+        EXPECT_TRUE(divided(text).isWhole()) << text;
+    }
+    EXPECT_FALSE(divided("<one><two/></one>").isWhole());
+    EXPECT_FALSE(divided("<a><x><!--b--></x></a>").isWhole());
+    EXPECT_FALSE(divided("<a><one><onw/></one></a>").isWhole());
+    EXPECT_TRUE(Document::decode("<a><one/></a>").value().isWhole());
+}
+
+TEST(Document, DividedOrNotIsTheSameDocument) {
+    for (const std::string text :
+         {"\xEF\xBB\xBF<?xml version=\"1.0\"?><!--b--> <a>\n<one>\n<c/> d <e> </e></one>\n</a> <?f "
+          "g?>",
+          "<a ><x/><one> <!-- b --> </one><y>\r\n</y ></a >", "<a><one>&#10;<b/></one></a>",
+          "<a b='&lt;'><two c='&#9;'/><one/><two>&amp;</two></a>", "<two><one/></two>"}) {
+        const std::string bytes = Document::decode(text).value().bytes();
+        EXPECT_EQ(divided(text).bytes(), bytes) << text;
+        const Document document = divided(text);
+        document.rootWith("two");
+        document.rootWith("one");
+        EXPECT_EQ(document.text(), Document::decode(text).value().text()) << text;
+        EXPECT_EQ(document.bytes(), bytes) << text;
+    }
+}
+
+TEST(Document, WhatIsParsedBesideADividedOneIsNoPartOfIt) {
+    Document document = divided("<a><one>1</one><two/></a><!--b-->");
+    const Node other = document.parseBeside(checked("<x><c/></x>").value());
+    appendMoved(document.rootWith("two").last_child(), child(other, "c"));
+    EXPECT_EQ(document.bytes(), "<a><one>1</one><two><c/></two></a><!--b-->");
 }
 
 TEST(Document, RefusesMalformedText) {

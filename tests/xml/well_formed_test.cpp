@@ -189,6 +189,33 @@ TEST(WellFormed, TellsTheNameOfTheRoot) {
     EXPECT_EQ(facts.root, "empty");
 }
 
+TEST(WellFormed, TellsWhatStandsInTheRoot) {
+    constexpr std::string_view names[] = {"b"};
+    const std::string text = "<a>\n<b>1</b ><c d='/>'><e/></c> <b/></a>";
+    Facts facts;
+    ASSERT_FALSE(checkWellFormed(text, facts, names));
+    ASSERT_EQ(facts.parts.size(), 3U);
+    EXPECT_EQ(facts.parts[0].name, "b");
+    EXPECT_EQ(facts.parts[0].text, "<b>1</b >");
+    EXPECT_EQ(facts.parts[1].name, "c");
+    EXPECT_EQ(facts.parts[1].text, "<c d='/>'><e/></c>");
+    EXPECT_EQ(facts.parts[2].text, "<b/>");
+    ASSERT_FALSE(checkWellFormed(text, facts));
+    EXPECT_TRUE(facts.parts.empty());
+}
+
+TEST(WellFormed, TellsNoPartsWhenAPartsNameStandsDeeper) {
+    constexpr std::string_view names[] = {"b", "cd"};
+    Facts facts;
+    for (const std::string_view text :
+         {"<a><b/><x><b/></x></a>", "<a><b><cd>1</cd></b></a>", "<a><x><y><cd/></y></x><b/></a>"}) {
+        ASSERT_FALSE(checkWellFormed(text, facts, names));
+        EXPECT_TRUE(facts.parts.empty()) << text;
+    }
+    ASSERT_FALSE(checkWellFormed("<b><b/><cd><ce b='1'/></cd></b>", facts, names));
+    EXPECT_EQ(facts.parts.size(), 2U);
+}
+
 TEST(WellFormed, TellsWhereTheProblemIs) {
     Facts facts;
     const auto problem = checkWellFormed("<a>\n<b></c></a>", facts);
