@@ -39,6 +39,17 @@ bool holdsEntries(xml::Node element) {
 
 }  // namespace
 
+FieldProperties SectionFields::properties(std::string_view field) const {
+    const auto found = fields_.find(field);
+    if (found != fields_.end()) {
+        return found->second;
+    }
+    FieldProperties unknown;
+    unknown.label = field;
+    unknown.isModifiable = true;
+    return unknown;
+}
+
 FieldMapper::FieldMapper(xml::Document document) : document_(std::move(document)) {}
 
 FieldMapper FieldMapper::blank() {
@@ -46,29 +57,35 @@ FieldMapper FieldMapper::blank() {
 }
 
 // All elements of the section's name, wherever they stand, hold fields of the section.
-const FieldMapper::Fields& FieldMapper::fieldsOf(std::string_view section) const {
+const SectionFields& FieldMapper::fieldsOf(std::string_view section) const {
     const auto known = fields_.find(section);
     if (known != fields_.end()) {
         return known->second;
     }
-    Fields& fields = fields_[std::string(section)];
-    const xml::Node root = document_.root();
-    for (xml::Node element = root; element; element = xml::nextElement(element, root)) {
-        if (xml::isNamed(element.parent(), section)) {
-            const auto [place, isFirst] = fields.try_emplace(element.name());
-            if (isFirst) {
-                place->second = readProperties(element);
-            }
-        }
+    SectionFields& fields = fields_[std::string(section)];
+    for (const xml::Node field : xml::elementsIn(document_.root(), section)) {
+        fields.add(field.name(), readProperties(field));
     }
     return fields;
+}
+
+xml::Elements FieldMapper::textEntries() const {
+    return xml::elements(xml::firstElement(document_.root(), textSection));
+}
+
+std::optional<std::string_view> FieldMapper::soughtText(std::string_view code) const {
+    for (const xml::Node entry : textEntries()) {
+        if (carries(entry, textCode) && xml::attribute(entry, textCode) == code) {
+            return xml::attribute(entry, textValue);
+        }
+    }
+    return std::nullopt;
 }
 
 const FieldMapper::Texts& FieldMapper::texts() const {
     if (!texts_) {
         texts_.emplace();
-        for (const xml::Node entry :
-             xml::elements(xml::firstElement(document_.root(), textSection))) {
+        for (const xml::Node entry : textEntries()) {
             if (carries(entry, textCode)) {
                 texts_->try_emplace(xml::attribute(entry, textCode),
                                     xml::attribute(entry, textValue));
@@ -92,18 +109,6 @@ xml::Node FieldMapper::valueListOf(std::string_view field) const {
     return valueLists_.emplace(field, element).first->second;
 }
 
-FieldProperties FieldMapper::properties(std::string_view section, std::string_view field) const {
-    const Fields& fields = fieldsOf(section);
-    const auto found = fields.find(field);
-    if (found != fields.end()) {
-        return found->second;
-    }
-    FieldProperties unknown;
-    unknown.label = field;
-    unknown.isModifiable = true;
-    return unknown;
-}
-
 std::vector<std::string_view> FieldMapper::fieldNames(std::string_view section) const {
     std::vector<std::string_view> names;
     for (const xml::Node field : xml::elements(xml::firstElement(document_.root(), section))) {
@@ -120,7 +125,13 @@ std::vector<FieldProperties> FieldMapper::listed(std::string_view section) const
     return fields;
 }
 
+// A list needs one or two texts, a form many; an index costs as much as to look for some.
 std::optional<std::string_view> FieldMapper::text(std::string_view code) const {
+    constexpr int few = 4;
+    if (textsSought_ < few) {
+        ++textsSought_;
+        return soughtText(code);
+    }
     const auto found = texts().find(code);
     return found == texts().end() ? std::nullopt : std::optional(found->second);
 }

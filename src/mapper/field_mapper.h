@@ -34,6 +34,20 @@ struct ValueListEntry {
     std::string_view value;
 };
 
+// The fields of one section.
+class SectionFields {
+  public:
+    // Where a field occurs twice, the first one counts.
+    void add(std::string_view field, const FieldProperties& properties) {
+        fields_.try_emplace(field, properties);
+    }
+    // An unknown field is labelled by its own name and can be modified.
+    FieldProperties properties(std::string_view field) const;
+
+  private:
+    std::unordered_map<std::string_view, FieldProperties> fields_;
+};
+
 // The document that tells every list and form which fields there are, how they are labelled and how
 // they behave, and that holds the message texts. Where the document says something twice, the first
 // in document order counts. What is asked for often is found through indexes, each of which is
@@ -46,9 +60,12 @@ class FieldMapper {
     // A field mapper that knows nothing, for what is shown even without one.
     static FieldMapper blank();
 
-    // The properties of a field of a section. An unknown field is labelled by its own name and can
-    // be modified.
-    FieldProperties properties(std::string_view section, std::string_view field) const;
+    // The fields of a section, for who asks for many of them; none for an unknown section.
+    const SectionFields& fieldsOf(std::string_view section) const;
+    // The properties of one field of a section.
+    FieldProperties properties(std::string_view section, std::string_view field) const {
+        return fieldsOf(section).properties(field);
+    }
 
     // The names of the fields that the section lists, in order; none for an unknown section.
     std::vector<std::string_view> fieldNames(std::string_view section) const;
@@ -68,20 +85,21 @@ class FieldMapper {
     std::string toText() const { return document_.text(); }
 
   private:
-    using Fields = std::unordered_map<std::string_view, FieldProperties>;
     using Texts = std::unordered_map<std::string_view, std::string_view>;
     // By a name that was asked for.
     template <class Found>
     using Asked = std::map<std::string, Found, std::less<>>;
 
-    const Fields& fieldsOf(std::string_view section) const;
+    xml::Elements textEntries() const;
+    std::optional<std::string_view> soughtText(std::string_view code) const;
     const Texts& texts() const;
     xml::Node valueListOf(std::string_view field) const;
 
     xml::Document document_;
-    mutable Asked<Fields> fields_;         // by section
+    mutable Asked<SectionFields> fields_;  // by section
     mutable Asked<xml::Node> valueLists_;  // by field; null: there is none
     mutable std::optional<Texts> texts_;
+    mutable int textsSought_ = 0;  // without an index
 };
 
 }  // namespace tandril::mapper

@@ -25,6 +25,20 @@ std::string hyperlink(std::string_view field, std::string_view value, std::strin
     return text;
 }
 
+void appendListCell(std::string& html, const FieldMapper& mapper, const FieldProperties& properties,
+                    xml::Node field, std::string_view form) {
+    const std::string value = xml::text(field);
+    if (properties.dataType == "e") {
+        html += codeCell(mapper, field.name(), value);
+    } else if (properties.hasHyperlink) {
+        appendCentred(html, {hyperlink(field.name(), value, form)});
+    } else if (properties.dataType == "u" && !value.empty()) {
+        appendCentred(html, {monthDayYear(value), " ", hourMinute(value)});
+    } else {
+        appendCentred(html, {value});
+    }
+}
+
 }  // namespace
 
 ColumnHeader columnHeader(const FieldMapper& mapper, std::string_view section) {
@@ -44,21 +58,14 @@ ColumnHeader columnHeader(const FieldMapper& mapper, std::string_view section) {
     return header;
 }
 
-void appendListCell(std::string& html, const FieldMapper& mapper, std::string_view section,
-                    xml::Node field, std::string_view form) {
-    const FieldProperties properties = mapper.properties(section, field.name());
-    if (!properties.isListColumn()) {
-        return;
-    }
-    const std::string value = xml::text(field);
-    if (properties.dataType == "e") {
-        html += codeCell(mapper, field.name(), value);
-    } else if (properties.hasHyperlink) {
-        appendCentred(html, {hyperlink(field.name(), value, form)});
-    } else if (properties.dataType == "u" && !value.empty()) {
-        appendCentred(html, {monthDayYear(value), " ", hourMinute(value)});
-    } else {
-        appendCentred(html, {value});
+void appendListCells(std::string& html, const FieldMapper& mapper, std::string_view section,
+                     xml::Node record, std::string_view form) {
+    const SectionFields& fields = mapper.fieldsOf(section);
+    for (const xml::Node field : xml::elements(record)) {
+        const FieldProperties properties = fields.properties(field.name());
+        if (properties.isListColumn()) {
+            appendListCell(html, mapper, properties, field, form);
+        }
     }
 }
 

@@ -16,10 +16,10 @@ struct ColumnHeader {
 // The header row of a section's list. The layout has seven columns whatever the number of cells.
 ColumnHeader columnHeader(const FieldMapper& mapper, std::string_view section);
 
-// Appends one cell of a list row, for a field of a record of the section; nothing for a field that
-// is no list column. `form` is the context word that a hyperlink hands to the page.
-void appendListCell(std::string& html, const FieldMapper& mapper, std::string_view section,
-                    xml::Node field, std::string_view form);
+// Appends the cells of a list row, for the fields of a record of the section that are list columns.
+// `form` is the context word that a hyperlink hands to the page.
+void appendListCells(std::string& html, const FieldMapper& mapper, std::string_view section,
+                     xml::Node record, std::string_view form);
 
 // The cell with the display text of a code; an unknown code shows as an empty cell.
 std::string codeCell(const FieldMapper& mapper, std::string_view field, std::string_view code);

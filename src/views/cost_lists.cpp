@@ -86,7 +86,7 @@ class GroupRows {
         html += "<tr class=tablerows><td>&nbsp;</td><td>&nbsp;</td><td>&nbsp;";
         html += detailLink(order, {type_.kind, order, activity, number}, number);
         html += "</td>";
-        appendFieldCells(html, mapper_, store::sectionName(type_.section), line, costForm);
+        mapper::appendListCells(html, mapper_, store::sectionName(type_.section), line, costForm);
         html += "</tr>";
     }
 
@@ -122,7 +122,7 @@ std::string hourRow(xml::Node group, xml::Node line, const mapper::FieldMapper& 
     std::string html = "<tr class=tablerows><td align=center>&nbsp;" +
                        link(number, "showdetailsforhra", reference, number) +
                        "</td><td align=center>" + registrationStamp(line) + "</td>";
-    appendFieldCells(html, mapper, store::sectionName(Section::Labour), line, hourForm);
+    mapper::appendListCells(html, mapper, store::sectionName(Section::Labour), line, hourForm);
     return html + "</tr>";
 }
 

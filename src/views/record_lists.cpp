@@ -78,7 +78,8 @@ void appendOrderRows(std::string& html, const Variant& variant, const store::Ord
         html += "<tr class=tablerows><td>&nbsp;";
         html += detailLink(order, {orderKind, order, "", ""}, order);
         html += "</td>";
-        appendFieldCells(html, mapper, store::sectionName(Section::Orders), record, contextWord);
+        mapper::appendListCells(html, mapper, store::sectionName(Section::Orders), record,
+                                contextWord);
         html += "</tr>";
     }
 }
@@ -92,7 +93,8 @@ void appendActivityRow(std::string& html, std::string_view order, xml::Node acti
     html += "</td><td>&nbsp;";
     html += detailLink(order, {activityKind, order, number, ""}, number);
     html += "</td>";
-    appendFieldCells(html, mapper, store::sectionName(Section::Activities), activity, contextWord);
+    mapper::appendListCells(html, mapper, store::sectionName(Section::Activities), activity,
+                            contextWord);
     html += "</tr>";
 }
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "html/html.h"
-#include "mapper/list.h"
 
 namespace tandril::views {
 namespace {
@@ -35,13 +34,6 @@ std::string detailLink(std::string_view id, const Reference& reference, std::str
 std::string orderRow(std::string_view order, int columns) {
     return "<tr class=orderrow><td colspan=" + std::to_string(columns) + ">&nbsp;" +
            detailLink(order, {orderKind, order, "", ""}, order) + "</td></tr>";
-}
-
-void appendFieldCells(std::string& html, const mapper::FieldMapper& mapper,
-                      std::string_view section, xml::Node record, std::string_view form) {
-    for (const xml::Node field : xml::elements(record)) {
-        mapper::appendListCell(html, mapper, section, field, form);
-    }
 }
 
 bool isOneOf(std::string_view state, std::span<const std::string_view> states) {

@@ -33,10 +33,6 @@ std::string detailLink(std::string_view id, const Reference& reference, std::str
 // The row with an order's number over all columns.
 std::string orderRow(std::string_view order, int columns);
 
-// Appends the cells of all fields of a record that are list columns.
-void appendFieldCells(std::string& html, const mapper::FieldMapper& mapper,
-                      std::string_view section, xml::Node record, std::string_view form);
-
 // Whether a change state is one of those.
 bool isOneOf(std::string_view state, std::span<const std::string_view> states);
 

@@ -8,13 +8,6 @@
 namespace tandril::xml {
 namespace {
 
-Node nextAmong(Node node) {
-    while (node && node.type() != pugi::node_element) {
-        node = node.next_sibling();
-    }
-    return node;
-}
-
 // The node behind `node` in document order inside of `top`.
 Node nextNode(Node node, Node top) {
     if (const Node inner = node.first_child()) {
@@ -50,15 +43,6 @@ std::string_view ownText(Node node) {
 
 }  // namespace
 
-Elements::Iterator& Elements::Iterator::operator++() {
-    node_ = nextAmong(node_.next_sibling());
-    return *this;
-}
-
-Elements::Iterator Elements::begin() const {
-    return Iterator(nextAmong(parent_.first_child()));
-}
-
 Node elementAt(Node parent, std::size_t index) {
     for (const Node element : elements(parent)) {
         if (index-- == 0) {
@@ -91,6 +75,25 @@ Node firstElement(Node node, std::string_view name) {
         current = nextElement(current, node);
     }
     return current;
+}
+
+std::vector<Node> elementsIn(Node top, std::string_view name) {
+    std::vector<Node> found;
+    if (meansItselfInAQuery(name)) {
+        pugi::xpath_node_set set =
+            top.select_nodes(("descendant-or-self::" + std::string(name) + "/*").c_str());
+        set.sort();
+        for (const pugi::xpath_node& one : set) {
+            found.push_back(one.node());
+        }
+        return found;
+    }
+    for (Node element = nextElement(top, top); element; element = nextElement(element, top)) {
+        if (isNamed(element.parent(), name)) {
+            found.push_back(element);
+        }
+    }
+    return found;
 }
 
 Node nextElement(Node node, Node top) {

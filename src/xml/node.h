@@ -4,12 +4,21 @@
 #include <iterator>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "xml/document.h"
 
 // Reading and changing the elements of a document. Positions and lists count elements only: texts,
 // comments and processing instructions between them are passed over.
 namespace tandril::xml {
+
+// The first of a node and its later siblings that is an element; null when there is none.
+inline Node elementFrom(Node node) {
+    while (node && node.type() != pugi::node_element) {
+        node = node.next_sibling();
+    }
+    return node;
+}
 
 // Walks the element children of a node: `for (Node child : elements(node))`. The current child must
 // stay in place while the walk goes on.
@@ -25,7 +34,10 @@ class Elements {
 
         explicit Iterator(Node node) : node_(node) {}
         reference operator*() const { return node_; }
-        Iterator& operator++();
+        Iterator& operator++() {
+            node_ = elementFrom(node_.next_sibling());
+            return *this;
+        }
         bool operator==(const Iterator& other) const { return node_ == other.node_; }
 
       private:
@@ -33,7 +45,7 @@ class Elements {
     };
 
     explicit Elements(Node parent) : parent_(parent) {}
-    Iterator begin() const;
+    Iterator begin() const { return Iterator(elementFrom(parent_.first_child())); }
     Iterator end() const { return Iterator(Node()); }
 
   private:
@@ -53,6 +65,9 @@ Node child(Node parent, std::string_view name);
 // The first element of that name in document order, the node itself included; null when there is
 // none.
 Node firstElement(Node node, std::string_view name);
+// The elements that stand directly in one of that name, which may be `top` itself or stand anywhere
+// below it, in document order.
+std::vector<Node> elementsIn(Node top, std::string_view name);
 // The element behind `node` in document order inside of `top`; null behind the last.
 Node nextElement(Node node, Node top);
 

@@ -70,7 +70,7 @@ TEST(ListCell, FollowsTheFieldsProperties) {
         const xml::Node field = record.root().append_child(std::string(row.field).c_str());
         xml::setText(field, row.value);
         std::string html = "<tr>";
-        appendListCell(html, mapper, "s", field, "order");
+        appendListCells(html, mapper, "s", record.root(), "order");
         EXPECT_EQ(html, "<tr>" + std::string(row.html)) << row.field;
     }
 }

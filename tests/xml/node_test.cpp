@@ -16,7 +16,8 @@ Document parsed(std::string_view text) {
     return std::move(*document);
 }
 
-std::vector<std::string> names(Elements list) {
+template <class Nodes>
+std::vector<std::string> names(const Nodes& list) {
     std::vector<std::string> found;
     for (const Node node : list) {
         found.emplace_back(node.name());
@@ -42,6 +43,21 @@ TEST(Node, FindsTheFirstElementInDocumentOrder) {
     EXPECT_FALSE(firstElement(Node(), "a"));
     EXPECT_FALSE(firstElement(Node(), "a:a"));
     EXPECT_EQ(attribute(child(document.root(), "c"), "n"), "2");
+}
+
+TEST(Node, FindsTheElementsInThoseOfAName) {
+    for (const std::string name : {"b", "b-b"}) {
+        const std::string tag = "<" + name + ">";
+        const std::string end = "</" + name + ">";
+        const Document document = parsed(tag + "<c/>x<d><e/>" + tag + "<f><g/></f>" + end + "</d>" +
+                                         tag + "<h/>" + end + "<!--i-->" + end);
+        EXPECT_EQ(names(elementsIn(document.root(), name)),
+                  (std::vector<std::string>{"c", "d", "f", name, "h"}));
+        EXPECT_EQ(names(elementsIn(child(document.root(), "d"), name)),
+                  (std::vector<std::string>{"f"}));
+        EXPECT_TRUE(elementsIn(document.root(), "z").empty());
+        EXPECT_TRUE(elementsIn(Node(), name).empty());
+    }
 }
 
 // Names may be any text that a page hands over.
