@@ -15,16 +15,10 @@ constexpr std::string_view openedFromList = "2";
 
 std::string link(std::string_view id, std::string_view function, const Reference& reference,
                  std::string_view text) {
-    std::string html("<span id=");
-    html += id;
-    html += " class=links onclick=";
-    html += html::scriptCall(function,
-                             html::arguments({reference.kind, reference.order, reference.activity,
-                                              reference.line, openedFromList}));
-    html += '>';
-    html += text;
-    html += "</span>";
-    return html;
+    const std::string call = html::scriptCall(
+        function, html::arguments({reference.kind, reference.order, reference.activity,
+                                   reference.line, openedFromList}));
+    return html::joined({"<span id=", id, " class=links onclick=", call, ">", text, "</span>"});
 }
 
 std::string detailLink(std::string_view id, const Reference& reference, std::string_view text) {
@@ -32,8 +26,8 @@ std::string detailLink(std::string_view id, const Reference& reference, std::str
 }
 
 std::string orderRow(std::string_view order, int columns) {
-    return "<tr class=orderrow><td colspan=" + std::to_string(columns) + ">&nbsp;" +
-           detailLink(order, {orderKind, order, "", ""}, order) + "</td></tr>";
+    return html::joined({"<tr class=orderrow><td colspan=", std::to_string(columns), ">&nbsp;",
+                         detailLink(order, {orderKind, order, "", ""}, order), "</td></tr>"});
 }
 
 bool isOneOf(std::string_view state, std::span<const std::string_view> states) {
