@@ -12,16 +12,18 @@ constexpr const char* entryCode = "Id";
 constexpr const char* entryValue = "Value";
 constexpr std::string_view yes = "True";
 
+// In the order in which field mappers have them.
 FieldProperties readProperties(xml::Node field) {
-    return {
-        .label = xml::attribute(field, "LABEL"),
-        .dataType = xml::attribute(field, "DATATYPE"),
-        .userInterface = xml::attribute(field, "UINTERFACE"),
-        .isModifiable = xml::attribute(field, "MODIFIABLE") == yes,
-        .hasZoom = xml::attribute(field, "ZOOM") == yes,
-        .hasHyperlink = xml::attribute(field, "HYPERLINK") == yes,
-        .isNew = xml::attribute(field, "NEW") == yes,
-    };
+    xml::AttributeReader attribute(field);
+    FieldProperties properties;
+    properties.label = attribute("LABEL");
+    properties.dataType = attribute("DATATYPE");
+    properties.isModifiable = attribute("MODIFIABLE") == yes;
+    properties.userInterface = attribute("UINTERFACE");
+    properties.hasZoom = attribute("ZOOM") == yes;
+    properties.hasHyperlink = attribute("HYPERLINK") == yes;
+    properties.isNew = attribute("NEW") == yes;
+    return properties;
 }
 
 bool carries(xml::Node element, const char* name) {

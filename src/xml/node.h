@@ -81,6 +81,19 @@ bool setText(Node element, std::string_view value);
 
 // The attribute's value; "" when it is missing.
 std::string_view attribute(Node element, const char* name);
+// The same for several attributes of one element, which are found fastest in the order in which
+// they stand there.
+class AttributeReader {
+  public:
+    explicit AttributeReader(Node element) : element_(element) {}
+    std::string_view operator()(const char* name) {
+        return element_.attribute(name, next_).value();
+    }
+
+  private:
+    Node element_;
+    pugi::xml_attribute next_;
+};
 // Sets the attribute, adding it behind the others when it is missing. Returns whether it changed.
 bool setAttribute(Node element, const char* name, std::string_view value);
 

@@ -73,6 +73,18 @@ TEST(Node, FindsElementsByNamesThatMeanSomethingInAQuery) {
     }
 }
 
+TEST(Node, ReadsAttributesInAnyOrder) {
+    const Document document = parsed("<a b='1' c='2' d='3'/>");
+    AttributeReader attribute(document.root());
+    for (int times = 0; times < 2; ++times) {
+        EXPECT_EQ(attribute("b"), "1");
+        EXPECT_EQ(attribute("d"), "3");
+        EXPECT_EQ(attribute("x"), "");
+        EXPECT_EQ(attribute("c"), "2");
+    }
+    EXPECT_EQ(AttributeReader(Node())("b"), "");
+}
+
 TEST(Node, StopsTheWalkAtTheTop) {
     const Document document = parsed("<a><b><c/></b><d/></a>");
     const Node b = child(document.root(), "b");
