@@ -2,6 +2,7 @@
 // cost. bench/run runs it for stores of several sizes and makes a table.
 //
 //   bench-calls --prepare FOLDER BYTES    makes the documents for a store of about that size
+//   bench-calls --parse FILE              parses a file by bare pugixml and ends
 //   bench-calls FOLDER [OPTION...]        times the calls on them; options of Google Benchmark
 
 #include <benchmark/benchmark.h>
@@ -212,9 +213,13 @@ int main(int count, char** arguments) {
             prepare(arguments[2], arguments[3]);
             return 0;
         }
+        if (count == 3 && std::string(arguments[1]) == "--parse") {
+            bench::parse(arguments[2]);
+            return 0;
+        }
         benchmark::Initialize(&count, arguments);
         if (count != 2) {
-            std::cerr << "usage: bench-calls [--prepare] FOLDER [BYTES]\n";
+            std::cerr << "usage: bench-calls [--prepare | --parse] FOLDER [BYTES]\n";
             return 2;
         }
         for (const Case& what : cases) {

@@ -28,6 +28,11 @@ std::string anyBytes(const Floor::Filled& file) {
 
 }  // namespace
 
+void parse(const std::string& path) {
+    pugi::xml_document document;
+    require(document.load_file(path.c_str()));
+}
+
 void Floor::run(platform::FileSystem& files) const {
     constexpr auto durable = platform::Durability::Durable;
     std::list<pugi::xml_document> documents;

@@ -31,4 +31,7 @@ struct Floor {
     void run(platform::FileSystem& files) const;
 };
 
+// Makes the tree of a file of this machine, and nothing of it.
+void parse(const std::string& path);
+
 }  // namespace tandril::bench
