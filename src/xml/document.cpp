@@ -169,25 +169,29 @@ Node Document::rootWith(std::string_view name) const {
 template <class IsWanted>
 void Document::makeParts(const IsWanted& isWanted) const {
     std::vector<Waiting>& waiting = parsed_->waiting;
-    const auto rest = std::remove_if(waiting.begin(), waiting.end(), [&](const Waiting& one) {
-        const bool wanted = isWanted(one.part);
-        if (wanted) {
+    for (Waiting& one : waiting) {
+        if (one.place && isWanted(one.part)) {
             makePart(one);
         }
-        return wanted;
-    });
-    waiting.erase(rest, waiting.end());
+    }
+    std::erase_if(waiting, [](const Waiting& one) { return !one.place; });
 }
 
-void Document::makePart(const Waiting& waiting) const {
+// Without memory the part goes on waiting.
+void Document::makePart(Waiting& waiting) const {
     Node root = parsed_->tree.document_element();
+    const Node before = root.last_child();
     const std::string_view text = waiting.part.text;
     if (!root.append_buffer(text.data(), text.size(), parseFlags(parsed_->mayHideBlanks),
                             pugi::encoding_utf8)) {
+        while (root.last_child() != before) {
+            root.remove_child(root.last_child());
+        }
         throw std::bad_alloc();
     }
     const Node made = root.insert_move_before(root.last_child(), waiting.place);
     root.remove_child(waiting.place);
+    waiting.place = {};
     if (parsed_->mayHideBlanks) {
         dropBlankText(made);
     }

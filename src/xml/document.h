@@ -79,7 +79,8 @@ class Document {
   private:
     Document() = default;
 
-    // A part whose tree is not made yet; an empty element keeps its place.
+    // A part whose tree is not made yet; an empty element keeps its place, which is null when it
+    // is.
     struct Waiting {
         Part part;
         Node place;
@@ -107,7 +108,7 @@ class Document {
     void divide(const CheckedText& text);
     template <class IsWanted>
     void makeParts(const IsWanted& isWanted) const;
-    void makePart(const Waiting& waiting) const;
+    void makePart(Waiting& waiting) const;
     std::vector<Node> ownNodes() const;
     void writeAsDeclared();
     std::string declaration(std::string_view encodingName) const;

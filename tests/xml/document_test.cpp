@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <new>
+
 #include "platform/unicode.h"
 #include "support/memory_files.h"
 #include "xml/node.h"
@@ -154,6 +156,72 @@ TEST(Document, WhatIsParsedBesideADividedOneIsNoPartOfIt) {
     const Node other = document.parseBeside(checked("<x><c/></x>").value());
     appendMoved(document.rootWith("two").last_child(), child(other, "c"));
     EXPECT_EQ(document.bytes(), "<a><one>1</one><two><c/></two></a><!--b-->");
+}
+
+// The parser's memory comes to an end after some allocations while this lives.
+class ScarceMemory {
+  public:
+    explicit ScarceMemory(int allocations) {
+        left() = allocations;
+        pugi::set_memory_management_functions(
+            [](std::size_t size) { return left()-- > 0 ? usual(size) : nullptr; },
+            pugi::get_memory_deallocation_function());
+    }
+    ~ScarceMemory() {
+        pugi::set_memory_management_functions(usual, pugi::get_memory_deallocation_function());
+    }
+    ScarceMemory(const ScarceMemory&) = delete;
+    ScarceMemory& operator=(const ScarceMemory&) = delete;
+
+  private:
+    static int& left() {
+        static int allocations = 0;
+        return allocations;
+    }
+    static inline const pugi::allocation_function usual = pugi::get_memory_allocation_function();
+};
+
+// An element with more children than the parser has memory for at a time.
+std::string manyElements() {
+    std::string text = "<one>";
+    for (int i = 0; i < 2000; ++i) {
+        text += "<e/>";
+    }
+    return text + "</one>";
+}
+
+TEST(Document, APartThatThereWasNoMemoryForIsParsedWhenThereIs) {
+    const std::string text = "<a><two/>" + manyElements() + "<two>x</two></a>";
+    int failures = 0;
+    for (bool isDone = false; !isDone; ++failures) {
+        const Document document = divided(text);
+        try {
+            const ScarceMemory memory(failures);
+            document.rootWith("one");
+            isDone = true;
+        } catch (const std::bad_alloc&) {
+            EXPECT_FALSE(document.isWhole());
+        }
+        EXPECT_EQ(document.text(), text);
+    }
+    EXPECT_GT(failures, 3);
+}
+
+TEST(Document, WithoutMemoryThereIsNoPartOfATree) {
+    const std::string text = manyElements();
+    int failures = 0;
+    for (bool isDone = false; !isDone; ++failures) {
+        Document document = Document::parse("<a/>").value();
+        try {
+            const ScarceMemory memory(failures);
+            EXPECT_EQ(toText(document.parseBeside(checked(text).value())), text);
+            EXPECT_EQ(Document::parse(text).value().text(), text);
+            isDone = true;
+        } catch (const std::bad_alloc&) {
+            EXPECT_EQ(document.text(), "<a/>");
+        }
+    }
+    EXPECT_GT(failures, 3);
 }
 
 TEST(Document, RefusesMalformedText) {
