@@ -17,7 +17,7 @@ struct NamedEncoding {
     Encoding encoding;
 };
 
-constexpr std::array<NamedEncoding, 13> names{{
+constexpr std::array<NamedEncoding, 13> encodingNames{{
     {"utf-8", Encoding::Utf8},
     {"utf8", Encoding::Utf8},
     {"utf-16", Encoding::Utf16Le},
@@ -187,9 +187,9 @@ bool isWide(Encoding encoding) {
 
 std::optional<Encoding> encodingNamed(std::string_view name) {
     const std::string lower = platform::foldAscii(name);
-    const auto* found = std::find_if(names.begin(), names.end(),
+    const auto* found = std::find_if(encodingNames.begin(), encodingNames.end(),
                                      [&](const NamedEncoding& n) { return n.name == lower; });
-    return found == names.end() ? std::nullopt : std::optional(found->encoding);
+    return found == encodingNames.end() ? std::nullopt : std::optional(found->encoding);
 }
 
 std::optional<DecodedText> decodeDocument(std::string bytes) {
