@@ -210,6 +210,23 @@
     return this.differs(this.kept);
   };
 
+  /** What the fields hold that did not hold these values, by the names of the fields. */
+  Form.prototype.since = function (values) {
+    var changed = {};
+    dom.each(this.controls(), function (control) {
+      if (values[control.id] !== undefined && values[control.id] !== control.value) { changed[control.getAttribute('data-field')] = control.value; }
+    });
+    return changed;
+  };
+
+  /** Puts values into the fields of those names that can be edited, as if they were typed. */
+  Form.prototype.enter = function (values) {
+    dom.each(this.controls(), function (control) {
+      var name = control.getAttribute('data-field');
+      if (values.hasOwnProperty(name) && !control.disabled) { control.value = values[name]; }
+    });
+  };
+
   Form.prototype.restore = function (values) {
     dom.each(this.controls(), function (control) {
       if (values[control.id] !== undefined && !control.disabled) { control.value = values[control.id]; }

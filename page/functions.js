@@ -52,9 +52,9 @@
     openRecord(kind, order, activity, line, flag, null);
   }
 
-  function openRecord(kind, order, activity, line, flag, focused, keeps) {
+  function openRecord(kind, order, activity, line, flag, shown, keeps) {
     showForm('GetDetails', [kind, order, activity, line, '', Number(flag) || 0], function () {
-      focusAgain(focused);
+      if (shown) { shown(); }
       Tandril.refusals.show([kind, order, activity, line]);
       if (kind === '2') {
         page.show('divCostHeader', { method: 'CostLinesHeader', args: [order, activity], title: text('costHeader'), quiet: true });
@@ -66,8 +66,8 @@
     openHours(kind, order, activity, line, flag, null);
   }
 
-  function openHours(kind, order, activity, line, flag, focused, keeps) {
-    showForm('GetDetailsForHRA', [kind, order, activity, line, '', Number(flag) || 0], function () { focusAgain(focused); }, keeps);
+  function openHours(kind, order, activity, line, flag, shown, keeps) {
+    showForm('GetDetailsForHRA', [kind, order, activity, line, '', Number(flag) || 0], shown, keeps);
   }
 
   /** The form of a new record. A labour line without an order and activity is an hour registration. */
@@ -156,7 +156,7 @@
     if (element && !element.disabled) { element.focus(); }
   }
 
-  /** Sends the record of the open form; done() runs when the component took it. */
+  /** Sends the record of the open form; done(saved) runs when the component took it. */
   function store(method, kind, key, isNew, done) {
     var form = currentForm();
     if (!form || form.saving) { return; }
@@ -175,21 +175,42 @@
       form.kept = isNew ? form.snapshot() : sent;
       Tandril.drafts.drop(form);
       page.say(text(isNew ? 'added' : 'saved'), 'good');
-      done();
+      done({ form: form, sent: sent });
     }, function () { form.saving = false; });
   }
 
-  /** Shows a record as it is stored now; a form that somebody has gone on typing into stays. */
-  function reopen(kind, key) {
-    var form = currentForm();
+  /**
+   * Shows a record as it is stored now in the place of the form that it was saved from: `saved` is {form, sent}, what the
+   * form showed when it was sent. A form that somebody has gone on typing into stays. The form of a new record cannot, so
+   * that what was typed goes over into the one that follows. Where the form is shown no more nothing is opened.
+   */
+  function reopen(kind, key, isNew, saved) {
+    var form = saved.form;
+    var focused = null;
     function isTypedIn() { return form === currentForm() && form.isChanged(); }
-    if (isTypedIn()) { return; }
+    function stays() {
+      if (form === currentForm()) { focused = focusIn(form); }
+      return !isNew && isTypedIn();
+    }
+    if (form !== currentForm() || stays()) { return; }
+    open(kind, key, function () {
+      if (isNew) { carryOver(form, saved.sent); }
+      focusAgain(focused);
+    }, stays);
+  }
+
+  function carryOver(form, sent) {
+    var stored = currentForm();
+    Tandril.drafts.drop(form);
+    if (stored) { stored.enter(form.since(sent)); }
+  }
+
+  function open(kind, key, shown, keeps) {
     var number = Object.keys(KINDS).filter(function (each) { return KINDS[each] === kind; })[0];
-    var focused = focusIn(form);
     if (kind === 'hra') {
-      openHours('4', key.order, key.activity, key.line, '2', focused, isTypedIn);
+      openHours('4', key.order, key.activity, key.line, '2', shown, keeps);
     } else {
-      openRecord(number, key.order, key.activity, key.line, '2', focused, isTypedIn);
+      openRecord(number, key.order, key.activity, key.line, '2', shown, keeps);
     }
   }
 
@@ -211,17 +232,17 @@
     var key = { order: order, activity: activity, line: line };
     if (kind === 'material' && !order) { key = { order: chosen('dropOrder'), activity: chosen('dropActivity'), line: line }; }
     var isNew = mode === 'New';
-    store(isNew ? 'AddXml' : 'updatexml', kind, key, isNew, function () {
+    store(isNew ? 'AddXml' : 'updatexml', kind, key, isNew, function (saved) {
       refreshLists();
-      reopen(kind, key);
+      reopen(kind, key, isNew, saved);
     });
   }
 
   function createActivity(activity) {
     var key = { order: chosen('ServiceOrder'), activity: activity, line: '' };
-    store('AddXml', 'activity', key, true, function () {
+    store('AddXml', 'activity', key, true, function (saved) {
       refreshLists();
-      reopen('activity', key);
+      reopen('activity', key, true, saved);
     });
   }
 

@@ -163,6 +163,55 @@ for (const [name, method] of [['TheSave', 'updatexml'], ['TheStoredRecord', 'Get
   }));
 }
 
+/* The form of a new record goes away, since the record is no new one any more. */
+for (const method of ['AddXml', 'GetDetails']) {
+  test(`WhatIsTypedInto${method === 'AddXml' ? 'ANewRecordWhileItIsSaved' : 'ANewRecordWhileTheStoredOneComes'}GoesOver`, () => withForm({
+    AddXml: '', CreateForm: FORM.replace('"Modify"', '"New"')
+  }, async (page, host) => {
+    await page.click('#divDetails .create');
+    await waitForCall(host, 'CreateForm');
+    await seesAnswers(page);
+    let answer;
+    const answered = new Promise((resolve) => { answer = resolve; });
+    const ready = host.answers[method];
+    const count = called(host, method).length;
+    host.answers[method] = () => answered.then(() => ready);
+    await page.fill('#Configuration', 'C-200');
+    await page.click('#btnSave');
+    await waitForCall(host, method, count + 1);
+    await page.fill('#Description', 'Burners');
+    answer();
+    await waitForCall(host, 'GetDetails', 2);
+    await seesAnswers(page);
+    assert.equal(await page.inputValue('#Description'), 'Burners');
+    assert.equal(await page.inputValue('#Configuration'), 'C-100');
+    assert.equal(await page.evaluate(() => document.activeElement.getAttribute('data-field')), 'Description');
+    host.answers.updatexml = '';
+    await page.click('#btnSave');
+    await waitForCall(host, 'updatexml');
+    assert.match(called(host, 'updatexml')[0][0], /<Description>Burners<\/Description>/);
+    await page.waitForSelector('#message.good');
+    await seesAnswers(page);
+    assert.equal(await page.$('.draft'), null);
+  }));
+}
+
+test('AFormThatIsClosedWhileItIsSavedStaysClosed', () => withForm({}, async (page, host) => {
+  let answer;
+  const answered = new Promise((resolve) => { answer = resolve; });
+  host.answers.updatexml = () => answered.then(() => '');
+  await page.click('#btnSave');
+  await waitForCall(host, 'updatexml');
+  await page.click('#divDetails [aria-label=Close]');
+  await seesCount(page, '#divDetails .form', 0);
+  answer();
+  await page.waitForSelector('#message.good');
+  await seesAnswers(page);
+  assert.equal(await page.$('#divDetails .form'), null);
+  assert.equal(called(host, 'GetDetails').length, 1);
+  assert.equal(called(host, 'MyActivities').length, 2);
+}));
+
 test('ASecondPressSavesOnce', () => withForm({ updatexml: () => new Promise((resolve) => { setTimeout(resolve, 300, ''); }) }, async (page, host) => {
   await page.$eval('#btnSave', (button) => { button.click(); button.click(); });
   await waitForCall(host, 'GetDetails', 2);
