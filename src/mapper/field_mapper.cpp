@@ -77,7 +77,8 @@ xml::Elements FieldMapper::textEntries() const {
 
 std::optional<std::string_view> FieldMapper::soughtText(std::string_view code) const {
     for (const xml::Node entry : textEntries()) {
-        if (carries(entry, textCode) && xml::attribute(entry, textCode) == code) {
+        const auto id = entry.attribute(textCode);
+        if (id && id.value() == code) {
             return xml::attribute(entry, textValue);
         }
     }
@@ -141,7 +142,8 @@ std::optional<std::string_view> FieldMapper::text(std::string_view code) const {
 std::optional<std::string_view> FieldMapper::codeText(std::string_view field,
                                                       std::string_view code) const {
     for (const xml::Node entry : xml::elements(valueListOf(field))) {
-        if (carries(entry, entryCode) && xml::attribute(entry, entryCode) == code) {
+        const auto id = entry.attribute(entryCode);
+        if (id && id.value() == code) {
             return xml::attribute(entry, entryValue);
         }
     }

@@ -71,7 +71,7 @@ void appendListCells(std::string& html, const FieldMapper& mapper, std::string_v
 
 std::string codeCell(const FieldMapper& mapper, std::string_view field, std::string_view code) {
     const std::optional<std::string_view> text = mapper.codeText(field, code);
-    return html::cell("&nbsp;" + std::string(text.value_or("")));
+    return html::cell(html::joined({"&nbsp;", text.value_or("")}));
 }
 
 }  // namespace tandril::mapper
