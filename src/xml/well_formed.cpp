@@ -182,7 +182,7 @@ class Scanner {
         isMarkupLast_ = false;
         cursor_.require('<', "an element is expected");
         const std::string_view tag = cursor_.name();
-        if ((lengths_ & lengthBit(tag)) != 0 && open_.size() > 1) {
+        if ((lengths_ & lengthBit(tag)) != 0 && open_.size() != 1) {
             hasParts_ = hasParts_ && std::find(names_.begin(), names_.end(), tag) == names_.end();
         }
         attributes_.clear();

@@ -44,7 +44,7 @@ struct Facts {
     // or a CDATA section stands beside it in an element that may hold no other elements.
     bool mayHideBlanks = false;
     // All that stands in the root, in order, when it holds nothing but elements, and the names that
-    // were asked for are borne by no element below those; otherwise none.
+    // were asked for are borne by none but those; otherwise none.
     std::vector<Part> parts;
 };
 

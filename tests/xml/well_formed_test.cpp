@@ -204,15 +204,16 @@ TEST(WellFormed, TellsWhatStandsInTheRoot) {
     EXPECT_TRUE(facts.parts.empty());
 }
 
-TEST(WellFormed, TellsNoPartsWhenAPartsNameStandsDeeper) {
+TEST(WellFormed, TellsNoPartsWhenAPartsNameStandsElsewhere) {
     constexpr std::string_view names[] = {"b", "cd"};
     Facts facts;
     for (const std::string_view text :
-         {"<a><b/><x><b/></x></a>", "<a><b><cd>1</cd></b></a>", "<a><x><y><cd/></y></x><b/></a>"}) {
+         {"<a><b/><x><b/></x></a>", "<a><b><cd>1</cd></b></a>", "<a><x><y><cd/></y></x><b/></a>",
+          "<b><x/></b>", "<cd><b/></cd>"}) {
         ASSERT_FALSE(checkWellFormed(text, facts, names));
         EXPECT_TRUE(facts.parts.empty()) << text;
     }
-    ASSERT_FALSE(checkWellFormed("<b><b/><cd><ce b='1'/></cd></b>", facts, names));
+    ASSERT_FALSE(checkWellFormed("<a><b/><cd><ce b='1'/></cd></a>", facts, names));
     EXPECT_EQ(facts.parts.size(), 2U);
 }
 
