@@ -142,14 +142,20 @@ test('WhereNothingCanBeKeptTheBrowserAsks', () => withForm({}, async (page) => {
   assert.deepEqual(asked, ['beforeunload']);
 }));
 
+/** Keeps what a method answers back until the function that comes of it is called. */
+function holdBack(host, method) {
+  const ready = host.answers[method];
+  let release;
+  const released = new Promise((resolve) => { release = resolve; });
+  host.answers[method] = () => released.then(() => ready);
+  return release;
+}
+
 /* The form that is shown after a save holds what is stored, and not what is typed while it comes. */
 for (const [name, method] of [['TheSave', 'updatexml'], ['TheStoredRecord', 'GetDetails']]) {
   test(`WhatIsTypedWhile${name}IsUnderWayStays`, () => withForm({ updatexml: '' }, async (page, host) => {
-    let answer;
-    const answered = new Promise((resolve) => { answer = resolve; });
-    const ready = host.answers[method];
+    const answer = holdBack(host, method);
     const count = called(host, method).length;
-    host.answers[method] = () => answered.then(() => ready);
     await page.fill('#Description', 'Burner');
     await page.click('#btnSave');
     await waitForCall(host, method, count + 1);
@@ -171,11 +177,8 @@ for (const method of ['AddXml', 'GetDetails']) {
     await page.click('#divDetails .create');
     await waitForCall(host, 'CreateForm');
     await seesAnswers(page);
-    let answer;
-    const answered = new Promise((resolve) => { answer = resolve; });
-    const ready = host.answers[method];
+    const answer = holdBack(host, method);
     const count = called(host, method).length;
-    host.answers[method] = () => answered.then(() => ready);
     await page.fill('#Configuration', 'C-200');
     await page.click('#btnSave');
     await waitForCall(host, method, count + 1);
@@ -196,10 +199,8 @@ for (const method of ['AddXml', 'GetDetails']) {
   }));
 }
 
-test('AFormThatIsClosedWhileItIsSavedStaysClosed', () => withForm({}, async (page, host) => {
-  let answer;
-  const answered = new Promise((resolve) => { answer = resolve; });
-  host.answers.updatexml = () => answered.then(() => '');
+test('AFormThatIsClosedWhileItIsSavedStaysClosed', () => withForm({ updatexml: '' }, async (page, host) => {
+  const answer = holdBack(host, 'updatexml');
   await page.click('#btnSave');
   await waitForCall(host, 'updatexml');
   await page.click('#divDetails [aria-label=Close]');
