@@ -161,14 +161,17 @@ class Scanner {
 
     void characterData() {
         const std::size_t start = cursor_.position();
-        charactersUntil('<', plainTextLength, [this, start] { specialInText(start); });
+        bool hasReference = false;
+        charactersUntil('<', plainTextLength, [&] { specialInText(start, hasReference); });
     }
 
-    void specialInText(std::size_t start) {
+    void specialInText(std::size_t start, bool& hasReference) {
         if (cursor_.current() == '&') {
-            const bool isBlankSoFar = isBlankText(cursor_.from(start));
+            // Only the first is looked at, so that the check stays linear.
+            const bool isFirstAmongBlanks =
+                !std::exchange(hasReference, true) && isBlankText(cursor_.from(start));
             const bool isBlankReference = isBlank(cursor_.reference());
-            facts_.mayHideBlanks |= isBlankSoFar && isBlankReference;
+            facts_.mayHideBlanks |= isFirstAmongBlanks && isBlankReference;
             return;
         }
         if (cursor_.startsWith("]]>")) {

@@ -217,6 +217,15 @@ TEST(WellFormed, TellsNoPartsWhenAPartsNameStandsElsewhere) {
     EXPECT_EQ(facts.parts.size(), 2U);
 }
 
+// As long as the square of it would take minutes.
+TEST(WellFormed, LooksAtManyBlanksBeforeManyReferencesOnce) {
+    std::string text = "<a>" + std::string(1'000'000, ' ') + "&lt;";
+    for (int i = 0; i < 200'000; ++i) {
+        text += "&#32;";
+    }
+    EXPECT_TRUE(isWellFormed(text + "</a>"));
+}
+
 TEST(WellFormed, TellsWhereTheProblemIs) {
     Facts facts;
     const auto problem = checkWellFormed("<a>\n<b></c></a>", facts);
