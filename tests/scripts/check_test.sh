@@ -131,6 +131,30 @@ good_tree
 sed -i 1d "$tree/src/platform/fault.h"
 ok "HeaderIncludedTwiceFails" fails headers
 
+# built_tree: the build has compiled the source beside a header that does not compile alone.
+built_tree() {
+    good_tree
+    append src/xml/node.h 'std::vector<int> positions();\n'
+    printf '#include "xml/node.h"\n' | put src/xml/node.cpp
+    put build/release/src/xml/CMakeFiles/tandril_xml.dir/node.cpp.o </dev/null
+}
+
+built_tree
+ok "HeaderThatTheBuildShowedToCompileIsNotCompiledAgain" accepts headers
+
+built_tree
+touch -d '1 minute' "$tree/src/xml/node.h"
+ok "HeaderThatChangedSinceTheBuildIsCompiled" fails headers
+
+built_tree
+printf '#include <vector>\n#include "xml/node.h"\n' | put src/xml/node.cpp
+ok "HeaderThatItsSourceDoesNotIncludeFirstIsCompiled" fails headers
+
+built_tree
+sed -i 1d "$tree/src/xml/node.h"
+touch "$tree/build/release/src/xml/CMakeFiles/tandril_xml.dir/node.cpp.o"
+ok "HeaderIncludedOnceByItsSourceIsCompiled" fails headers
+
 good_tree
 # shellcheck disable=SC2016  # the fault is in the quoted script
 append tools/bad '#!/bin/sh\nrm -r $1\n'
@@ -170,6 +194,37 @@ ok "UndescribedMethodIsNamed" printed "docs/behaviour.md: ListOrders is missing"
 
 good_tree
 ok "TidyWithoutABuildFails" fails tidy
+
+# analysed_tree: a build that compiles one source by itself and two joined.
+analysed_tree() {
+    good_tree
+    cp "$project/.clang-tidy" "$tree/"
+    local name joined=build/release/src/xml/CMakeFiles/tandril_xml.dir/Unity/unity_0_cxx.cxx
+    for name in alone first second; do
+        printf 'namespace tandril::%s {\n\nint* none() { return nullptr; }\n\n}  // namespace tandril::%s\n' \
+            $name $name | put src/xml/$name.cpp
+    done
+    printf '#include "%s"\n' "$tree/src/xml/first.cpp" "$tree/src/xml/second.cpp" | put $joined
+    for name in src/xml/alone.cpp $joined; do
+        printf '{ "directory": "%s",\n  "command": "c++ -std=c++20 -c %s",\n  "file": "%s" }\n' "$tree" "$name" "$tree/$name"
+    done | sed '1s/^/[/; 3s/$/,/; $s/$/]/' | put build/release/compile_commands.json
+}
+
+analysed_tree
+ok "AnalysedTreePasses" accepts tidy
+for name in alone first second; do
+    sed -i 's/nullptr/0/' "$tree/src/xml/$name.cpp"
+    touch -d '1 minute' "$tree/src/xml/$name.cpp"
+    ok "MistakeInAChangedSourceFails_$name" fails tidy
+    ok "MistakeIsNamed_$name" printed "src/xml/$name.cpp:3:"
+    sed -i 's/0/nullptr/' "$tree/src/xml/$name.cpp"
+done
+ok "SourcesThatAreWellAgainPass" accepts tidy
+for name in alone second; do
+    analysed_tree
+    sed -i 's/nullptr/0/' "$tree/src/xml/$name.cpp"
+    ok "MistakeFailsTheFirstTime_$name" fails tidy
+done
 
 good_tree
 run tools/check spelling
