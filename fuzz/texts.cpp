@@ -64,7 +64,7 @@ void readInParts(std::string_view input) {
     require(whole.has_value() == divided.has_value(), "both are read or neither");
     if (!whole) return;
     const auto textOf = [](const xml::Document& document, std::string_view name) {
-        return xml::toText(xml::firstElement(document.rootWith(name), name));
+        return xml::toText(xml::firstElement(document.treeWith(name), name));
     };
     for (const char* const name : {"ccsocservcactv", "ccsocservcordr", "record"}) {
         require(textOf(*divided, name) == textOf(*whole, name), "a part is the same");

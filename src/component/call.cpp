@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <memory>
 #include <utility>
 
 #include "component/paths.h"
@@ -56,22 +57,28 @@ Call::Call(Module& module, std::string_view action)
     module_.machine.registry.refresh();
 }
 
+// The last store goes first, since two stores in memory are one too many.
 store::OrderStore* Call::store() {
-    return loadedStore({});
+    if (loadedStore_ != LoadedStore::Whole) {
+        loadedStore_ = LoadedStore::Whole;
+        module_.lastStore.reset();
+        if (auto loaded = store::OrderStore::from(xml::load(files(), paths::store))) {
+            auto store = std::make_unique<store::OrderStore>(std::move(*loaded));
+            store_ = store.get();
+            module_.lastStore = std::move(store);
+        }
+    }
+    return store_;
 }
 
 const store::OrderStore* Call::storeToRead() {
-    return loadedStore(store::sectionNames);
-}
-
-store::OrderStore* Call::loadedStore(xml::PartNames names) {
-    if (!hasLoadedStore_) {
-        hasLoadedStore_ = true;
-        // First, since two stores in memory are one too many.
+    if (loadedStore_ == LoadedStore::None) {
+        loadedStore_ = LoadedStore::InParts;
         module_.lastStore.reset();
-        module_.lastStore = store::OrderStore::from(xml::load(files(), paths::store, names));
+        module_.lastStore =
+            store::OrderStore::toRead(xml::load(files(), paths::store, store::sectionNames));
     }
-    return module_.lastStore ? &*module_.lastStore : nullptr;
+    return module_.lastStore.get();
 }
 
 bool Call::hasReport() {
@@ -186,8 +193,8 @@ void Call::log(const std::vector<LogLine>& lines) {
 
 // The content that the file is to get; nothing when it is to stay as it is.
 std::optional<platform::Content> Call::newStore() const {
-    const bool isChanged = hasLoadedStore_ && module_.lastStore && module_.lastStore->isChanged();
-    return isChanged ? std::optional(module_.lastStore->document().content()) : std::nullopt;
+    const bool isChanged = store_ != nullptr && store_->isChanged();
+    return isChanged ? std::optional(store_->document().content()) : std::nullopt;
 }
 
 std::optional<platform::Content> Call::newReport() {

@@ -41,7 +41,8 @@ class Call {
     // The documents; null when the file cannot be loaded. A store that loads becomes the module's
     // last store, and one that does not empties it.
     store::OrderStore* store();
-    // The store for a call that only looks at it: what it does not look at is not parsed.
+    // The store for a call that only looks at it: what it does not look at is not parsed. Such a
+    // call does not ask for the other, which would load the file again.
     const store::OrderStore* storeToRead();
     store::UploadReport* report();
     const mapper::FieldMapper* mapper();
@@ -91,7 +92,8 @@ class Call {
     void abandon() noexcept;
 
   private:
-    store::OrderStore* loadedStore(xml::PartNames names);
+    enum class LoadedStore { None, InParts, Whole };
+
     std::optional<platform::Content> newStore() const;
     std::optional<platform::Content> newReport();
     void loadCopies();
@@ -100,7 +102,8 @@ class Call {
     Settings settings_;
     std::string action_;
     bool clearsError_ = false;
-    bool hasLoadedStore_ = false;
+    LoadedStore loadedStore_ = LoadedStore::None;
+    store::OrderStore* store_ = nullptr;  // the module's last store, when this call may change it
     bool hasLoadedReport_ = false;
     bool hasLoadedMapper_ = false;
     bool hasSaved_ = false;

@@ -85,11 +85,11 @@ std::string hourRegistrations(Call& call, views::Lines lines) {
 std::string activityCostLines(Call& call, std::string_view digit, std::string_view order,
                               std::string_view activity) {
     // The store is the one in memory: this list belongs to the panel that the call before it built.
-    const auto& store = call.module().lastStore;
     const mapper::FieldMapper* mapper = call.mapper();
     const mapper::FieldMapper blank = mapper::FieldMapper::blank();
     return views::activityCostLines(digit, order, activity, call.settings().mode() == "Offline",
-                                    store ? &*store : nullptr, mapper != nullptr ? *mapper : blank);
+                                    call.module().lastStore.get(),
+                                    mapper != nullptr ? *mapper : blank);
 }
 
 std::string costLinesHeader(Call& call, std::string_view order, std::string_view activity) {

@@ -24,7 +24,7 @@ struct Module {
 
     // The order store as the last call that loaded it left it; empty when that load failed. Only
     // the cost lines of the page read it; every other call loads the file anew.
-    std::optional<store::OrderStore> lastStore;
+    std::unique_ptr<const store::OrderStore> lastStore;
 
     // The orders that had a refused record when the report was last read.
     std::vector<std::string> errorOrders;

@@ -16,6 +16,10 @@ std::string activityKeyOf(xml::Node group) {
     return joinedKey({xml::attribute(group, groupOrderKey), xml::attribute(group, activityKey)});
 }
 
+bool isStore(const std::optional<xml::Document>& document) {
+    return document && document->name() == rootName;
+}
+
 // The key's attribute in the members of a group of the store.
 const char* memberKeyOf(xml::Node group) {
     return memberKey(sectionNamed(group.parent().name()).value_or(Section::Material));
@@ -24,10 +28,17 @@ const char* memberKeyOf(xml::Node group) {
 }  // namespace
 
 std::optional<OrderStore> OrderStore::from(std::optional<xml::Document> document) {
-    if (!document || document->name() != rootName) {
+    if (!isStore(document)) {
         return std::nullopt;
     }
+    document->root();  // makes it whole
     return OrderStore(std::move(*document));
+}
+
+std::unique_ptr<const OrderStore> OrderStore::toRead(std::optional<xml::Document> document) {
+    return isStore(document)
+               ? std::unique_ptr<const OrderStore>(new OrderStore(std::move(*document)))
+               : nullptr;
 }
 
 OrderStore::SectionIndex& OrderStore::index(Section section) const {
@@ -38,9 +49,9 @@ OrderStore::SectionIndex& OrderStore::index(Section section) const {
     return found;
 }
 
-// All sections that are there, since the walk is the same, or the one if more are not to be parsed.
+// All sections, since the walk is the same, or the one if more are not to be parsed.
 void OrderStore::fill(Section section) const {
-    const xml::Node root = document_.rootWith(sectionName(section));
+    const xml::Node tree = document_.treeWith(sectionName(section));
     std::array<SectionIndex*, allSections.size()> toFill{};
     for (const Section place : allSections) {
         SectionIndex& candidate = indexes_[static_cast<std::size_t>(place)];
@@ -51,7 +62,7 @@ void OrderStore::fill(Section section) const {
     }
     const auto at = [&](Section place) { return toFill[static_cast<std::size_t>(place)]; };
     visitBelow(
-        root,
+        tree,
         [&](Section place, xml::Node element) {
             if (at(place) != nullptr) {
                 at(place)->elements.push_back(element);
@@ -100,11 +111,11 @@ void OrderStore::addToIndex(Section section, xml::Node candidate) {
 
 xml::Node OrderStore::section(Section section) const {
     const char* const name = sectionName(section);
-    return xml::firstElement(document_.rootWith(name), name);
+    return xml::firstElement(document_.treeWith(name), name);
 }
 
 std::vector<xml::Node> OrderStore::candidates(Section section) const {
-    return candidatesBelow(document_.rootWith(sectionName(section)), section);
+    return candidatesBelow(document_.treeWith(sectionName(section)), section);
 }
 
 RecordKey OrderStore::keyOf(Section section, xml::Node candidate) {

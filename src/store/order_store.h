@@ -29,6 +29,9 @@ class OrderStore {
   public:
     // The store that the document is; nothing when its root is not a store's.
     static std::optional<OrderStore> from(std::optional<xml::Document> document);
+    // The same of a document that may be divided by the names of the sections: those that nobody
+    // looks at are not parsed. It is for reading.
+    static std::unique_ptr<const OrderStore> toRead(std::optional<xml::Document> document);
 
     const xml::Document& document() const { return document_; }
     // Whether anything was changed since the object was made.

@@ -6,6 +6,7 @@
 
 #include "platform/fault.h"
 #include "xml/characters.h"
+#include "xml/node.h"
 #include "xml/well_formed.h"
 #include "xml/writer.h"
 
@@ -63,6 +64,15 @@ void dropBlankText(Node root) {
             dropBlankChildren(node);
         }
     }
+}
+
+// The element of a tree of its own; a tree that there was no memory for has none.
+Node elementOf(const pugi::xml_document& tree) {
+    const Node element = tree.document_element();
+    if (!element) {
+        throw std::bad_alloc();
+    }
+    return element;
 }
 
 std::string_view withoutMark(std::string_view text) {
@@ -132,7 +142,7 @@ void Document::makeTree(const CheckedText& text) {
     }
 }
 
-// The tree of what stands around the parts comes first, with a place for each of them.
+// The tree of what stands around the parts, with a place for each of them.
 void Document::divide(const CheckedText& text) {
     const std::vector<Part>& parts = text.facts.parts;
     const auto positionOf = [&](const char* place) {
@@ -146,42 +156,36 @@ void Document::divide(const CheckedText& text) {
         throw std::bad_alloc();
     }
     Node root = parsed_->tree.document_element();
-    parsed_->waiting.reserve(parts.size());
+    parsed_->isWhole = false;
+    parsed_->children.reserve(parts.size());
     for (const Part& part : parts) {
-        parsed_->waiting.push_back({part, root.append_child(std::string(part.name).c_str())});
+        parsed_->children.push_back({part, root.append_child(std::string(part.name).c_str()), {}});
     }
 }
 
 Node Document::root() const {
-    makeParts([](const Part&) { return true; });
-    return parsed_->tree.document_element();
-}
-
-Node Document::rootWith(std::string_view name) const {
-    const PartNames& names = parsed_->names;
-    if (std::find(names.begin(), names.end(), name) == names.end()) {
-        return root();
+    if (!isWhole()) {
+        makeWhole();
     }
-    makeParts([name](const Part& part) { return part.name == name; });
     return parsed_->tree.document_element();
 }
 
-template <class IsWanted>
-void Document::makeParts(const IsWanted& isWanted) const {
-    std::vector<Waiting>& waiting = parsed_->waiting;
-    for (Waiting& one : waiting) {
-        if (one.place && isWanted(one.part)) {
-            makePart(one);
+// Without memory the children that are not in their places yet go on waiting.
+void Document::makeWhole() const {
+    for (Child& child : parsed_->children) {
+        if (child.place) {
+            putInPlace(child);
+            child.place = {};
         }
     }
-    std::erase_if(waiting, [](const Waiting& one) { return !one.place; });
+    parsed_->isWhole = true;
 }
 
-// Without memory the part goes on waiting.
-void Document::makePart(Waiting& waiting) const {
+void Document::putInPlace(const Child& child) const {
     Node root = parsed_->tree.document_element();
     const Node before = root.last_child();
-    const std::string_view text = waiting.part.text;
+    const std::string spoilt = child.tree ? toText(elementOf(*child.tree)) : std::string();
+    const std::string_view text = child.tree ? std::string_view(spoilt) : child.part.text;
     if (!root.append_buffer(text.data(), text.size(), parseFlags(parsed_->mayHideBlanks),
                             pugi::encoding_utf8)) {
         while (root.last_child() != before) {
@@ -189,12 +193,42 @@ void Document::makePart(Waiting& waiting) const {
         }
         throw std::bad_alloc();
     }
-    const Node made = root.insert_move_before(root.last_child(), waiting.place);
-    root.remove_child(waiting.place);
-    waiting.place = {};
+    const Node made = root.insert_move_before(root.last_child(), child.place);
+    root.remove_child(child.place);
     if (parsed_->mayHideBlanks) {
         dropBlankText(made);
     }
+}
+
+Node Document::treeWith(std::string_view name) const {
+    const PartNames& names = parsed_->names;
+    if (isWhole() || std::find(names.begin(), names.end(), name) == names.end()) {
+        return root();
+    }
+    const auto bearsName = [name](const Child& child) { return child.part.name == name; };
+    std::vector<Child>& children = parsed_->children;
+    const auto first = std::find_if(children.begin(), children.end(), bearsName);
+    if (first == children.end()) {
+        return parsed_->tree.document_element();
+    }
+    const bool isOnly = std::none_of(first + 1, children.end(), bearsName);
+    return isOnly ? treeOf(*first) : root();
+}
+
+// Without memory the child is lost, since its text is.
+Node Document::treeOf(Child& child) const {
+    if (!child.tree) {
+        child.tree = std::make_unique<pugi::xml_document>();
+        char* const start = parsed_->text.data() + (child.part.text.data() - parsed_->text.data());
+        if (!child.tree->load_buffer_inplace(start, child.part.text.size(),
+                                             parseFlags(parsed_->mayHideBlanks),
+                                             pugi::encoding_utf8)) {
+            child.tree->reset();
+        } else if (parsed_->mayHideBlanks) {
+            dropBlankText(child.tree->document_element());
+        }
+    }
+    return elementOf(*child.tree).parent();
 }
 
 Node Document::parseBeside(const CheckedText& text) {

@@ -37,8 +37,7 @@ std::optional<CheckedText> checked(std::string_view text, PartNames names = {});
 // processing instructions, CDATA sections and the declaration survive a load and save.
 //
 // Who reads a large document for a part of it can name the elements that it is divided into: where
-// they stand directly in the document element, each one's tree is made when it is asked for. Nobody
-// else sees a difference.
+// they stand directly in the document element, each one's tree is made when it is asked for.
 class Document {
   public:
     // Makes the tree of a text; nothing when it cannot be checked.
@@ -49,10 +48,11 @@ class Document {
 
     // The document element. Never null.
     Node root() const;
-    // The same for who looks for elements of that name only: others may seem empty.
-    Node rootWith(std::string_view name) const;
-    // Whether every tree is made, so that nothing seems empty that is not.
-    bool isWhole() const { return parsed_->waiting.empty(); }
+    // What elements of that name are looked for in: all of them stand somewhere below, in document
+    // order, others may be missing. It is for reading, since root() may hold a copy of it.
+    Node treeWith(std::string_view name) const;
+    // Whether that is the document element for every name.
+    bool isWhole() const { return parsed_->isWhole; }
     // The name of the document element.
     std::string_view name() const { return parsed_->tree.document_element().name(); }
 
@@ -79,19 +79,21 @@ class Document {
   private:
     Document() = default;
 
-    // A part whose tree is not made yet; an empty element keeps its place, which is null when it
-    // is.
-    struct Waiting {
+    // A child of the document element of a divided document.
+    struct Child {
         Part part;
-        Node place;
+        Node place;  // an empty element; null when the child stands there itself
+        // A tree of its own, made where its text stands, which that spoils.
+        std::unique_ptr<pugi::xml_document> tree;
     };
     // The tree's names and values stay where they stand in the text that it was made of.
     struct Parsed {
         std::string text;
         pugi::xml_document tree;
         Node last;  // of the document's own nodes; behind it stands what was parsed beside it
-        std::vector<Waiting> waiting;
-        PartNames names;  // that they were divided by
+        std::vector<Child> children;
+        PartNames names;  // that it was divided by
+        bool isWhole = true;
         bool mayHideBlanks = false;
     };
 
@@ -106,9 +108,9 @@ class Document {
     static std::optional<Document> build(std::string&& text, PartNames names);
     void makeTree(const CheckedText& text);
     void divide(const CheckedText& text);
-    template <class IsWanted>
-    void makeParts(const IsWanted& isWanted) const;
-    void makePart(Waiting& waiting) const;
+    void makeWhole() const;
+    void putInPlace(const Child& child) const;
+    Node treeOf(Child& child) const;
     std::vector<Node> ownNodes() const;
     void writeAsDeclared();
     std::string declaration(std::string_view encodingName) const;

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
 #include "store/records.h"
 
 namespace tandril::test {
@@ -49,27 +51,28 @@ std::string someSections() {
            orders(order("A1", "O", "20")) + orders(order("A2", "N", "35")) + "</harbrook>";
 }
 
-OrderStore dividedStore(std::string_view text) {
-    return OrderStore::from(xml::Document::decode(std::string(text), store::sectionNames)).value();
+std::optional<xml::Document> dividedBySections(std::string_view text) {
+    return xml::Document::decode(std::string(text), store::sectionNames);
 }
 
-TEST(OrderStore, OnlyTheSectionsThatAreLookedAtAreParsed) {
-    const OrderStore store = dividedStore(someSections());
-    EXPECT_EQ(store.activityStatus("A1", "10"), "15");
-    EXPECT_EQ(store.orderStatus("A2"), "35");
-    EXPECT_EQ(store.candidates(Section::Orders).size(), 2U);
-    EXPECT_EQ(xml::toText(store.section(Section::Orders)), orders(order("A1", "O", "20")));
-    EXPECT_FALSE(store.section(Section::Other));
-    EXPECT_EQ(xml::toText(store.document().rootWith("ccsocservcothr")),
-              "<harbrook>" + activities(group("A1", activity("10", "O", "15"))) +
-                  "<x/><ccsocservcmatl/>" + orders(order("A1", "O", "20")) +
-                  orders(order("A2", "N", "35")) + "</harbrook>");
-    EXPECT_EQ(xml::text(store.line(Section::Material, "A1", "10", "1")), "first");
-    EXPECT_EQ(store.document().text(), someSections());
+TEST(OrderStore, WhoReadsItNeedsNotAllOfIt) {
+    const std::unique_ptr<const OrderStore> store =
+        OrderStore::toRead(dividedBySections(someSections()));
+    EXPECT_EQ(store->activityStatus("A1", "10"), "15");
+    EXPECT_FALSE(store->section(Section::Other));
+    EXPECT_EQ(xml::text(store->line(Section::Material, "A1", "10", "1")), "first");
+    EXPECT_FALSE(store->document().isWhole());
+    EXPECT_EQ(store->orderStatus("A2"), "35");
+    EXPECT_EQ(store->candidates(Section::Orders).size(), 2U);
+    EXPECT_EQ(xml::toText(store->section(Section::Orders)), orders(order("A1", "O", "20")));
+    EXPECT_EQ(store->document().text(), someSections());
+    EXPECT_FALSE(OrderStore::toRead(document("<other/>")));
+    EXPECT_FALSE(OrderStore::toRead(std::nullopt));
 }
 
-TEST(OrderStore, SectionsThatAreNotParsedYetStayThroughChanges) {
-    OrderStore store = dividedStore(someSections());
+TEST(OrderStore, WhoChangesItHasAllOfIt) {
+    OrderStore store = OrderStore::from(dividedBySections(someSections())).value();
+    EXPECT_TRUE(store.document().isWhole());
     store.remove(Section::Orders, store.order("A2"));
     store.setText(xml::elementAt(store.activity("A1", "10"), 0), "35");
     store.appendGroup(Section::Other, "A1", "10");

@@ -104,21 +104,37 @@ Document divided(std::string_view text) {
 }
 
 TEST(Document, WhatItIsDividedIntoIsParsedWhenItIsAskedFor) {
-    const Document document =
-        divided("<?xml version='1.0'?> <a b='c'> <one>1</one> <x/> <two> <y/> </two> <one/> </a>");
+    const std::string text = "<a b=\"c\"><one>1</one><x/><two><y/></two></a>";
+    const Document document = divided(text);
     EXPECT_EQ(document.name(), "a");
-    EXPECT_EQ(toText(document.rootWith("one")), "<a b=\"c\"><one>1</one><x/><two/><one/></a>");
+    const Node one = document.treeWith("one").first_child();
+    EXPECT_EQ(toText(one), "<one>1</one>");
+    EXPECT_FALSE(one.next_sibling());
+    EXPECT_EQ(document.treeWith("one").first_child(), one);
+    EXPECT_EQ(toText(firstElement(document.treeWith("two"), "two")), "<two><y/></two>");
     EXPECT_FALSE(document.isWhole());
-    EXPECT_EQ(toText(document.rootWith("two")),
-              "<a b=\"c\"><one>1</one><x/><two><y/></two><one/></a>");
+    EXPECT_EQ(toText(document.root()), text);
+    EXPECT_TRUE(document.isWhole());
+    EXPECT_EQ(toText(document.treeWith("one")), text);
+    EXPECT_EQ(toText(one), "<one>1</one>");
+}
+
+TEST(Document, AnElementThatIsMissingIsLookedForInWhatIsThere) {
+    const Document document = divided("<a b='c'><one>1</one><x/></a>");
+    EXPECT_FALSE(firstElement(document.treeWith("two"), "two"));
     EXPECT_FALSE(document.isWhole());
-    document.root();
+}
+
+TEST(Document, ElementsOfTheSameNameStandTogether) {
+    const std::string text = "<a><one>1</one><two/><one>2</one></a>";
+    const Document document = divided(text);
+    EXPECT_EQ(toText(document.treeWith("one")), text);
     EXPECT_TRUE(document.isWhole());
 }
 
 TEST(Document, WhoAsksForOtherElementsSeesAllOfIt) {
     const Document document = divided("<a><one>1</one><x><z>2</z></x></a>");
-    EXPECT_EQ(toText(document.rootWith("z")), "<a><one>1</one><x><z>2</z></x></a>");
+    EXPECT_EQ(toText(document.treeWith("z")), "<a><one>1</one><x><z>2</z></x></a>");
     EXPECT_TRUE(document.isWhole());
 }
 
@@ -143,8 +159,8 @@ TEST(Document, DividedOrNotIsTheSameDocument) {
         const std::string bytes = Document::decode(text).value().bytes();
         EXPECT_EQ(divided(text).bytes(), bytes) << text;
         const Document document = divided(text);
-        document.rootWith("two");
-        document.rootWith("one");
+        document.treeWith("two");
+        document.treeWith("one");
         EXPECT_EQ(document.text(), Document::decode(text).value().text()) << text;
         EXPECT_EQ(document.bytes(), bytes) << text;
     }
@@ -153,7 +169,7 @@ TEST(Document, DividedOrNotIsTheSameDocument) {
 TEST(Document, WhatIsParsedBesideADividedOneIsNoPartOfIt) {
     Document document = divided("<a><one>1</one><two/></a><!--b-->");
     const Node other = document.parseBeside(checked("<x><c/></x>").value());
-    appendMoved(document.rootWith("two").last_child(), child(other, "c"));
+    appendMoved(document.root().last_child(), child(other, "c"));
     EXPECT_EQ(document.bytes(), "<a><one>1</one><two><c/></two></a><!--b-->");
 }
 
@@ -189,19 +205,38 @@ std::string manyElements() {
     return text + "</one>";
 }
 
-TEST(Document, APartThatThereWasNoMemoryForIsParsedWhenThereIs) {
-    const std::string text = "<a><two/>" + manyElements() + "<two>x</two></a>";
+TEST(Document, WhatThereWasNoMemoryForIsPutInItsPlaceWhenThereIs) {
+    const std::string text = "<a><two>x</two>" + manyElements() + "</a>";
     int failures = 0;
     for (bool isDone = false; !isDone; ++failures) {
         const Document document = divided(text);
+        document.treeWith("two");
         try {
             const ScarceMemory memory(failures);
-            document.rootWith("one");
+            document.root();
             isDone = true;
         } catch (const std::bad_alloc&) {
             EXPECT_FALSE(document.isWhole());
         }
         EXPECT_EQ(document.text(), text);
+    }
+    EXPECT_GT(failures, 3);
+}
+
+TEST(Document, ATreeThatThereWasNoMemoryForNeverLooksComplete) {
+    const std::string text = "<a><two>x</two>" + manyElements() + "</a>";
+    int failures = 0;
+    for (bool isDone = false; !isDone; ++failures) {
+        const Document document = divided(text);
+        try {
+            const ScarceMemory memory(failures);
+            EXPECT_EQ(toText(document.treeWith("one").first_child()), manyElements());
+            isDone = true;
+        } catch (const std::bad_alloc&) {
+            EXPECT_THROW(document.treeWith("one"), std::bad_alloc);
+            EXPECT_THROW(document.root(), std::bad_alloc);
+            EXPECT_EQ(toText(document.treeWith("two").first_child()), "<two>x</two>");
+        }
     }
     EXPECT_GT(failures, 3);
 }
