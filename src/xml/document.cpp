@@ -124,21 +124,25 @@ std::optional<Document> Document::build(std::string&& text, PartNames names) {
     document.standalone_ = declaration.standalone;
     document.parsed_->mayHideBlanks = found->facts.mayHideBlanks;
     document.parsed_->names = names;
-    found->facts.parts.empty() ? document.makeTree(*found) : document.divide(*found);
+    if (found->facts.parts.empty()) {
+        document.parseInPlace(found->text, document.parsed_->tree);
+    } else {
+        document.divide(*found);
+    }
     document.parsed_->last = document.parsed_->tree.last_child();
     return document;
 }
 
-void Document::makeTree(const CheckedText& text) {
-    const auto start = static_cast<std::size_t>(text.text.data() - parsed_->text.data());
-    // The text is well-formed: without memory, a part of it must not pass for all.
-    if (!parsed_->tree.load_buffer_inplace(parsed_->text.data() + start, text.text.size(),
-                                           parseFlags(parsed_->mayHideBlanks),
-                                           pugi::encoding_utf8)) {
+// The text is well-formed: without memory, a part of it must not pass for all.
+void Document::parseInPlace(std::string_view text, pugi::xml_document& tree) const {
+    const auto start = static_cast<std::size_t>(text.data() - parsed_->text.data());
+    if (!tree.load_buffer_inplace(parsed_->text.data() + start, text.size(),
+                                  parseFlags(parsed_->mayHideBlanks), pugi::encoding_utf8)) {
+        tree.reset();
         throw std::bad_alloc();
     }
     if (parsed_->mayHideBlanks) {
-        dropBlankText(parsed_->tree.document_element());
+        dropBlankText(tree.document_element());
     }
 }
 
@@ -219,14 +223,7 @@ Node Document::treeWith(std::string_view name) const {
 Node Document::treeOf(Child& child) const {
     if (!child.tree) {
         child.tree = std::make_unique<pugi::xml_document>();
-        char* const start = parsed_->text.data() + (child.part.text.data() - parsed_->text.data());
-        if (!child.tree->load_buffer_inplace(start, child.part.text.size(),
-                                             parseFlags(parsed_->mayHideBlanks),
-                                             pugi::encoding_utf8)) {
-            child.tree->reset();
-        } else if (parsed_->mayHideBlanks) {
-            dropBlankText(child.tree->document_element());
-        }
+        parseInPlace(child.part.text, *child.tree);
     }
     return elementOf(*child.tree).parent();
 }

@@ -106,7 +106,7 @@ class Document {
     bool hasMark_ = false;
 
     static std::optional<Document> build(std::string&& text, PartNames names);
-    void makeTree(const CheckedText& text);
+    void parseInPlace(std::string_view text, pugi::xml_document& tree) const;
     void divide(const CheckedText& text);
     void makeWhole() const;
     void putInPlace(const Child& child) const;
