@@ -178,14 +178,15 @@ Node Document::root() const {
 void Document::makeWhole() const {
     for (Child& child : parsed_->children) {
         if (child.place) {
-            putInPlace(child);
+            attach(child);
             child.place = {};
         }
     }
     parsed_->isWhole = true;
 }
 
-void Document::putInPlace(const Child& child) const {
+// The text of a child that has a tree of its own is spoilt, and is written anew.
+void Document::attach(const Child& child) const {
     Node root = parsed_->tree.document_element();
     const Node before = root.last_child();
     const std::string spoilt = child.tree ? toText(elementOf(*child.tree)) : std::string();

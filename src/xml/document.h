@@ -109,7 +109,7 @@ class Document {
     void parseInPlace(std::string_view text, pugi::xml_document& tree) const;
     void divide(const CheckedText& text);
     void makeWhole() const;
-    void putInPlace(const Child& child) const;
+    void attach(const Child& child) const;
     Node treeOf(Child& child) const;
     std::vector<Node> ownNodes() const;
     void writeAsDeclared();
